@@ -1,0 +1,15 @@
+# One interface target that carries the compiler's settings for all of our own code.
+add_library(korvane_settings INTERFACE)
+target_compile_options(korvane_settings INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
+  # The layout has to come out the same to the last bit wherever it is computed.
+  -ffp-contract=off)
+target_include_directories(korvane_settings INTERFACE ${PROJECT_SOURCE_DIR}/src)
+if(KORVANE_WARNINGS_AS_ERRORS)
+  target_compile_options(korvane_settings INTERFACE -Werror)
+endif()
+if(KORVANE_SANITIZE)
+  target_compile_options(korvane_settings INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+  target_link_options(korvane_settings INTERFACE -fsanitize=address,undefined)
+endif()

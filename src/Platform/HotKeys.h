@@ -1,0 +1,35 @@
+// Keys that reach this program whoever has the focus, and its entry among the programs started at login.
+#pragma once
+
+#include "Platform/Subscription.h"
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace korvane::platform {
+
+// Numbers of the system: key code 53 is Escape, modifiers 4096 Control, 512 Shift.
+struct HotKey {
+    std::uint32_t keyCode = 0, modifiers = 0, id = 0;
+};
+
+class HotKeys {
+public:
+    virtual ~HotKeys() = default;
+    // The one handler of all hot keys; it is told the id of the key.
+    [[nodiscard]] virtual Subscription install(std::function<void(std::uint32_t id)> handler) = 0;
+    // Silent when another program holds the key. Destroying the subscription gives the key back.
+    [[nodiscard]] virtual Subscription add(const HotKey &key) = 0;
+};
+
+class LoginItem {
+public:
+    virtual ~LoginItem() = default;
+    virtual bool enabled() = 0;
+    // Absent on success, else the error's text.
+    virtual std::optional<std::string> enable() = 0;
+};
+
+} // namespace korvane::platform

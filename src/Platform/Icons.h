@@ -1,0 +1,19 @@
+// Pictures that do not belong to a running application.
+#pragma once
+
+#include "Platform/Image.h"
+
+#include <string_view>
+
+namespace korvane::platform {
+
+class Icons {
+public:
+    virtual ~Icons() = default;
+    // This program's own icon; never null.
+    virtual ImagePtr ownIcon() = 0;
+    // A symbol of the system by its name. "app" must exist; null for a name that does not.
+    virtual ImagePtr symbol(std::string_view name) = 0;
+};
+
+} // namespace korvane::platform

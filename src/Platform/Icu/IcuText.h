@@ -1,0 +1,25 @@
+// The text port on ICU, for every system that has no text service of its own.
+#pragma once
+
+#include "Platform/Text.h"
+
+#include <memory>
+
+namespace korvane::platform {
+
+class IcuText final : public Text {
+public:
+    IcuText();
+    ~IcuText() override;
+
+    int caseInsensitive(std::string_view left, std::string_view right) override;
+    int localizedCaseInsensitive(std::string_view left, std::string_view right) override;
+    std::string trimmed(std::string_view text) override;
+    std::string firstCharacter(std::string_view text) override;
+
+private:
+    struct Services;
+    std::unique_ptr<Services> services;  // made at the first use: the language tables are large
+};
+
+} // namespace korvane::platform

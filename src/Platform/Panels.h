@@ -1,0 +1,32 @@
+// Turns a window that the view layer has made into a panel: beside the desktop's windows, not one of them.
+#pragma once
+
+#include <cstdint>
+
+namespace korvane::platform {
+
+enum class Level { floating = 3, statusBar = 25, alert = 1000 };
+
+struct PanelTraits {
+    Level level = Level::statusBar;
+    bool allSpaces = true;
+    bool stationary = false;
+    bool fullScreenAuxiliary = true;
+    bool nonActivating = false;  // a click does not activate the program
+    bool canBecomeKey = false;
+};
+
+using NativeView = std::uintptr_t;  // what the toolkit calls the window's identifier
+
+class Panels {
+public:
+    virtual ~Panels() = default;
+    // Once the native window exists, before each time it is shown.
+    virtual void apply(NativeView view, const PanelTraits &traits) = 0;
+    // Above the other windows of its level, whoever is active.
+    virtual void orderFrontRegardless(NativeView view) = 0;
+    // Whether pixels of a panel that are not drawn let the desktop be seen. Without that a panel is opaque.
+    virtual bool translucencyAvailable() = 0;
+};
+
+} // namespace korvane::platform

@@ -1,0 +1,42 @@
+// The screens and the pointer.
+#pragma once
+
+#include "Platform/Geometry.h"
+#include "Platform/Subscription.h"
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <vector>
+
+namespace korvane::platform {
+
+struct Screen {
+    std::optional<std::uint32_t> number;
+    Rect frame;
+    double scale = 1;  // pixels of the device to a point
+    friend bool operator==(const Screen &, const Screen &) = default;
+};
+
+class Screens {
+public:
+    virtual ~Screens() = default;
+    // The first one holds the desktop's origin. Empty when there is none.
+    virtual std::vector<Screen> all() = 0;
+    // Index into all() of the screen with the keyboard focus; absent without screens.
+    virtual std::optional<std::size_t> main() = 0;
+    // In display coordinates, whose origin is top left. An empty rectangle for an unknown number.
+    virtual Rect displayBounds(std::uint32_t number) = 0;
+    // Screens came, went or changed.
+    [[nodiscard]] virtual Subscription observeChanges(std::function<void()> callback) = 0;
+};
+
+class Pointer {
+public:
+    virtual ~Pointer() = default;
+    virtual Point location() = 0;
+    // Moves the pointer to a place in display coordinates, top left, without a mouse event.
+    virtual void warp(Point display) = 0;
+};
+
+} // namespace korvane::platform
