@@ -2,9 +2,8 @@
 //
 // Attributes a backend has to answer:
 //   application   AXWindows (list), AXFocusedWindow (element), AXFrontmost (set only), AXChildren of the dock (list)
-//   window        AXTitle, AXIdentifier (text), AXMinimized (boolean, also set), AXCloseButton (element); action AXRaise
-//   close button  action AXPress
-//   dock item     AXTitle, AXSubrole, AXStatusLabel (text), AXChildren (list)
+//   window        AXTitle, AXIdentifier (text), AXMinimized (boolean, also set), AXCloseButton (element); action
+//   AXRaise close button  action AXPress dock item     AXTitle, AXSubrole, AXStatusLabel (text), AXChildren (list)
 #pragma once
 
 #include "Platform/Applications.h"
@@ -17,10 +16,12 @@
 #include <variant>
 #include <vector>
 
-namespace korvane::platform {
+namespace korvane::platform
+{
 
 // A backend's handle. Never kept beyond one operation: a window is found anew from its identifier.
-class ElementBase {
+class ElementBase
+{
 public:
     virtual ~ElementBase() = default;
 };
@@ -31,7 +32,8 @@ using Value = std::variant<bool, std::int64_t, double, std::string, Element, std
 
 enum class AxStatus { success, noPermission, gone, cannotComplete, unsupported, noValue, failure };
 
-class Accessibility {
+class Accessibility
+{
 public:
     virtual ~Accessibility() = default;
 
@@ -64,4 +66,4 @@ public:
     virtual std::optional<std::uint64_t> revision(Pid pid) = 0;
 };
 
-} // namespace korvane::platform
+}  // namespace korvane::platform

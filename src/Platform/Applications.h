@@ -11,7 +11,8 @@
 #include <string_view>
 #include <vector>
 
-namespace korvane::platform {
+namespace korvane::platform
+{
 
 using Pid = std::int32_t;
 
@@ -43,7 +44,8 @@ enum class SessionEvent {
     screensaverStopped,
 };
 
-class Applications {
+class Applications
+{
 public:
     virtual ~Applications() = default;
 
@@ -73,4 +75,4 @@ public:
     [[nodiscard]] virtual Subscription observe(SessionEvent event, std::function<void()> callback) = 0;
 };
 
-} // namespace korvane::platform
+}  // namespace korvane::platform

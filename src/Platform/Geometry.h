@@ -1,7 +1,8 @@
 // Lengths are points in double. The desktop's origin is bottom left, y upwards.
 #pragma once
 
-namespace korvane::platform {
+namespace korvane::platform
+{
 
 struct Point {
     double x = 0, y = 0;
@@ -29,4 +30,4 @@ struct Rect {
     }
 };
 
-} // namespace korvane::platform
+}  // namespace korvane::platform

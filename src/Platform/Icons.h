@@ -5,9 +5,11 @@
 
 #include <string_view>
 
-namespace korvane::platform {
+namespace korvane::platform
+{
 
-class Icons {
+class Icons
+{
 public:
     virtual ~Icons() = default;
     // This program's own icon; never null.
@@ -16,4 +18,4 @@ public:
     virtual ImagePtr symbol(std::string_view name) = 0;
 };
 
-} // namespace korvane::platform
+}  // namespace korvane::platform

@@ -5,7 +5,8 @@
 #include <memory>
 #include <vector>
 
-namespace korvane::platform {
+namespace korvane::platform
+{
 
 struct Image {
     int width = 0, height = 0;         // in pixels
@@ -14,4 +15,4 @@ struct Image {
 
 using ImagePtr = std::shared_ptr<const Image>;
 
-} // namespace korvane::platform
+}  // namespace korvane::platform

@@ -5,9 +5,11 @@
 #include <string>
 #include <string_view>
 
-namespace korvane::platform {
+namespace korvane::platform
+{
 
-class Launching {
+class Launching
+{
 public:
     virtual ~Launching() = default;
     // Where the application of that identifier is installed.
@@ -19,4 +21,4 @@ public:
     virtual bool openUrl(std::string_view url) = 0;
 };
 
-} // namespace korvane::platform
+}  // namespace korvane::platform

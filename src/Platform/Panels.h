@@ -3,7 +3,8 @@
 
 #include <cstdint>
 
-namespace korvane::platform {
+namespace korvane::platform
+{
 
 enum class Level { floating = 3, statusBar = 25, alert = 1000 };
 
@@ -18,7 +19,8 @@ struct PanelTraits {
 
 using NativeView = std::uintptr_t;  // what the toolkit calls the window's identifier
 
-class Panels {
+class Panels
+{
 public:
     virtual ~Panels() = default;
     // Once the native window exists, before each time it is shown.
@@ -29,4 +31,4 @@ public:
     virtual bool translucencyAvailable() = 0;
 };
 
-} // namespace korvane::platform
+}  // namespace korvane::platform

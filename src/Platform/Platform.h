@@ -14,7 +14,8 @@
 #include "Platform/Text.h"
 #include "Platform/WindowList.h"
 
-namespace korvane::platform {
+namespace korvane::platform
+{
 
 struct Platform {
     MainLoop &loop;
@@ -33,4 +34,4 @@ struct Platform {
     Dialogs &dialogs;
 };
 
-} // namespace korvane::platform
+}  // namespace korvane::platform

@@ -6,9 +6,11 @@
 
 #include <memory>
 
-namespace korvane::platform {
+namespace korvane::platform
+{
 
-class SubscriptionBase {
+class SubscriptionBase
+{
 public:
     SubscriptionBase() = default;
     SubscriptionBase(const SubscriptionBase &) = delete;
@@ -18,4 +20,4 @@ public:
 
 using Subscription = std::unique_ptr<SubscriptionBase>;
 
-} // namespace korvane::platform
+}  // namespace korvane::platform

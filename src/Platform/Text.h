@@ -4,9 +4,11 @@
 #include <string>
 #include <string_view>
 
-namespace korvane::platform {
+namespace korvane::platform
+{
 
-class Text {
+class Text
+{
 public:
     virtual ~Text() = default;
     // Negative, zero or positive.
@@ -19,4 +21,4 @@ public:
     virtual std::string firstCharacter(std::string_view text) = 0;
 };
 
-} // namespace korvane::platform
+}  // namespace korvane::platform

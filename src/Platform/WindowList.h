@@ -6,7 +6,8 @@
 #include <string>
 #include <vector>
 
-namespace korvane::platform {
+namespace korvane::platform
+{
 
 struct OnScreenWindow {
     std::optional<std::int64_t> layer;  // 0 is the layer of ordinary windows
@@ -14,11 +15,12 @@ struct OnScreenWindow {
     std::optional<std::string> name;
 };
 
-class WindowList {
+class WindowList
+{
 public:
     virtual ~WindowList() = default;
     // Front to back, without desktop elements. Absent when the server does not answer.
     virtual std::optional<std::vector<OnScreenWindow>> onScreen() = 0;
 };
 
-} // namespace korvane::platform
+}  // namespace korvane::platform
