@@ -8,10 +8,8 @@
 #include <unicode/unistr.h>
 #include <unicode/utf8.h>
 
-namespace korvane::platform
-{
-namespace
-{
+namespace korvane::platform {
+namespace {
 
 icu::UnicodeString toUnicode(std::string_view text)
 {
@@ -40,9 +38,7 @@ struct IcuText::Services {
     std::unique_ptr<icu::BreakIterator> characters;
 };
 
-IcuText::IcuText() : services(std::make_unique<Services>())
-{
-}
+IcuText::IcuText() : services(std::make_unique<Services>()) {}
 IcuText::~IcuText() = default;
 
 int IcuText::caseInsensitive(std::string_view left, std::string_view right)

@@ -11,10 +11,8 @@ static void loadResources()
     Q_INIT_RESOURCE(korvane);
 }
 
-namespace korvane::platform
-{
-namespace
-{
+namespace korvane::platform {
+namespace {
 
 constexpr int ownIconSide = 128;
 constexpr int symbolSide = 64;

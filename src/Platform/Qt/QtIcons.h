@@ -6,11 +6,9 @@
 #include <map>
 #include <string>
 
-namespace korvane::platform
-{
+namespace korvane::platform {
 
-class QtIcons final : public Icons
-{
+class QtIcons final : public Icons {
 public:
     // 128 pixels square.
     ImagePtr ownIcon() override;

@@ -2,8 +2,7 @@
 
 #include <cstring>
 
-namespace korvane::platform
-{
+namespace korvane::platform {
 
 QImage toQImage(const Image &image)
 {

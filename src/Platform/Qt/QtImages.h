@@ -5,8 +5,7 @@
 
 #include <QImage>
 
-namespace korvane::platform
-{
+namespace korvane::platform {
 
 // A copy with its own memory, since a pixmap made of it may outlive the record. Null for an empty or malformed image.
 QImage toQImage(const Image &image);

@@ -13,10 +13,8 @@
 #include <mutex>
 #include <utility>
 
-namespace korvane::platform
-{
-namespace
-{
+namespace korvane::platform {
+namespace {
 
 using Clock = std::chrono::steady_clock;
 
@@ -34,8 +32,7 @@ Clock::duration toClock(Seconds seconds)
 
 }  // namespace
 
-class QtMainLoop::Scheduler final : public QObject
-{
+class QtMainLoop::Scheduler final : public QObject {
 public:
     using Key = std::pair<Clock::time_point, std::uint64_t>;  // when it is due, then the order of registration
 
@@ -184,13 +181,11 @@ private:
     bool wakePending = false;
 };
 
-class QtMainLoop::Wait final : public SubscriptionBase
-{
+class QtMainLoop::Wait final : public SubscriptionBase {
 public:
     Wait(const std::shared_ptr<Scheduler> &owner, std::shared_ptr<Scheduler::Entry> waiting)
         : scheduler(owner), entry(std::move(waiting))
-    {
-    }
+    {}
     ~Wait() override
     {
         if (const auto owner = scheduler.lock())
@@ -202,9 +197,7 @@ private:
     std::shared_ptr<Scheduler::Entry> entry;
 };
 
-QtMainLoop::QtMainLoop() : scheduler(std::make_shared<Scheduler>())
-{
-}
+QtMainLoop::QtMainLoop() : scheduler(std::make_shared<Scheduler>()) {}
 QtMainLoop::~QtMainLoop() = default;
 
 Seconds QtMainLoop::monotonicNow() const

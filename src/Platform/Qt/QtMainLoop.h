@@ -5,12 +5,10 @@
 
 #include <memory>
 
-namespace korvane::platform
-{
+namespace korvane::platform {
 
 // To be made on the main thread once a QCoreApplication exists. Subscriptions may outlive it; their calls then end.
-class QtMainLoop final : public MainLoop
-{
+class QtMainLoop final : public MainLoop {
 public:
     QtMainLoop();
     ~QtMainLoop() override;

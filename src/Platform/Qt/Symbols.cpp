@@ -12,10 +12,8 @@ static void loadResources()
     Q_INIT_RESOURCE(korvane);
 }
 
-namespace korvane::platform
-{
-namespace
-{
+namespace korvane::platform {
+namespace {
 
 constexpr int largestSide = 1024;
 

@@ -5,8 +5,7 @@
 #include <QImage>
 #include <string_view>
 
-namespace korvane::platform
-{
+namespace korvane::platform {
 
 // The symbol of that name in one colour, fitted into a square of that many pixels and premultiplied. Null for a name
 // that has no drawing and for a side outside 1 to 1024. Renders anew at each call: keep what is shown often.

@@ -1,9 +1,7 @@
 #include "IconsContract.h"
 
-namespace korvane::platform
-{
-namespace
-{
+namespace korvane::platform {
+namespace {
 
 void expectWellFormed(const ImagePtr &image)
 {

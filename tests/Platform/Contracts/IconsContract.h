@@ -6,13 +6,11 @@
 #include <gtest/gtest.h>
 #include <memory>
 
-namespace korvane::platform
-{
+namespace korvane::platform {
 
 using MakeIcons = std::unique_ptr<Icons> (*)();
 
-class IconsContract : public testing::TestWithParam<MakeIcons>
-{
+class IconsContract : public testing::TestWithParam<MakeIcons> {
 protected:
     std::unique_ptr<Icons> icons = GetParam()();
 };

@@ -5,8 +5,7 @@
 #include <string>
 #include <thread>
 
-namespace korvane::platform
-{
+namespace korvane::platform {
 
 GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(MainLoopContract);
 

@@ -8,12 +8,10 @@
 #include <memory>
 #include <vector>
 
-namespace korvane::platform
-{
+namespace korvane::platform {
 
 // A loop under test and the way to let its time pass.
-class MainLoopHarness
-{
+class MainLoopHarness {
 public:
     virtual ~MainLoopHarness() = default;
     virtual MainLoop &loop() = 0;
@@ -29,8 +27,7 @@ public:
 
 using MakeMainLoop = std::unique_ptr<MainLoopHarness> (*)();
 
-class MainLoopContract : public testing::TestWithParam<MakeMainLoop>
-{
+class MainLoopContract : public testing::TestWithParam<MakeMainLoop> {
 protected:
     static constexpr Seconds patience{10};
 

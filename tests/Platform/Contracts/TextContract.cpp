@@ -2,8 +2,7 @@
 
 #include <string>
 
-namespace korvane::platform
-{
+namespace korvane::platform {
 
 using namespace std::string_literals;
 

@@ -6,13 +6,11 @@
 #include <gtest/gtest.h>
 #include <memory>
 
-namespace korvane::platform
-{
+namespace korvane::platform {
 
 using MakeText = std::unique_ptr<Text> (*)();
 
-class TextContract : public testing::TestWithParam<MakeText>
-{
+class TextContract : public testing::TestWithParam<MakeText> {
 protected:
     std::unique_ptr<Text> text = GetParam()();
 };

@@ -2,8 +2,7 @@
 
 #include "TextContract.h"
 
-namespace korvane::platform
-{
+namespace korvane::platform {
 
 INSTANTIATE_TEST_SUITE_P(Icu, TextContract,
                          testing::Values([]() -> std::unique_ptr<Text> { return std::make_unique<IcuText>(); }));

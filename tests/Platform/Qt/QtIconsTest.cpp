@@ -6,8 +6,7 @@
 
 #include <algorithm>
 
-namespace korvane::platform
-{
+namespace korvane::platform {
 
 INSTANTIATE_TEST_SUITE_P(Qt, IconsContract,
                          testing::Values([]() -> std::unique_ptr<Icons> { return std::make_unique<QtIcons>(); }));

@@ -8,13 +8,10 @@
 #include <QThread>
 #include <QTimer>
 
-namespace korvane::platform
-{
-namespace
-{
+namespace korvane::platform {
+namespace {
 
-class QtHarness final : public MainLoopHarness
-{
+class QtHarness final : public MainLoopHarness {
 public:
     MainLoop &loop() override { return underTest; }
 
