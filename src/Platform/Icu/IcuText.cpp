@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <unicode/brkiter.h>
 #include <unicode/coll.h>
+#include <unicode/locid.h>
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
 #include <unicode/utf8.h>
@@ -30,7 +31,7 @@ int lower(char byte)
     return byte >= 'A' && byte <= 'Z' ? byte + ('a' - 'A') : byte;
 }
 
-} // namespace
+}  // namespace
 
 struct IcuText::Services {
     std::unique_ptr<icu::Collator> collator;
@@ -56,7 +57,10 @@ int IcuText::localizedCaseInsensitive(std::string_view left, std::string_view ri
 {
     UErrorCode status = U_ZERO_ERROR;
     if (!services->collator) {
-        services->collator.reset(icu::Collator::createInstance(status));
+        // Without a language ("C") the default's order is that of the bytes, capitals first.
+        const icu::Locale &user = icu::Locale::getDefault();
+        const bool hasLanguage = std::string_view(user.getVariant()) != "POSIX";
+        services->collator.reset(icu::Collator::createInstance(hasLanguage ? user : icu::Locale::getRoot(), status));
         if (U_FAILURE(status) || !services->collator) {
             services->collator.reset();
             return caseInsensitive(left, right);
@@ -112,4 +116,4 @@ std::string IcuText::firstCharacter(std::string_view text)
     return result;
 }
 
-} // namespace korvane::platform
+}  // namespace korvane::platform

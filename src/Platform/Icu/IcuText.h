@@ -22,4 +22,4 @@ private:
     std::unique_ptr<Services> services;  // made at the first use: the language tables are large
 };
 
-} // namespace korvane::platform
+}  // namespace korvane::platform

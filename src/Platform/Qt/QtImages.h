@@ -1,0 +1,15 @@
+// Pictures between the records' form and Qt's.
+#pragma once
+
+#include "Platform/Image.h"
+
+#include <QImage>
+
+namespace korvane::platform {
+
+// A copy with its own memory, since a pixmap made of it may outlive the record. Null for an empty or malformed image.
+QImage toQImage(const Image &image);
+// Null for a null picture.
+ImagePtr fromQImage(const QImage &picture);
+
+}  // namespace korvane::platform
