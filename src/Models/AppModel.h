@@ -26,11 +26,9 @@
 #include <unordered_map>
 #include <vector>
 
-namespace korvane
-{
+namespace korvane {
 
-class AppModel
-{
+class AppModel {
 public:
     using UuidSource = std::function<std::string()>;
 

@@ -9,11 +9,9 @@
 #include <utility>
 #include <vector>
 
-namespace korvane
-{
+namespace korvane {
 
-class DelayedTasks
-{
+class DelayedTasks {
     struct Task {
         platform::Subscription subscription;
         bool finished = false;

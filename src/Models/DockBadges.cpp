@@ -2,10 +2,8 @@
 
 #include <algorithm>
 
-namespace korvane::DockBadges
-{
-namespace
-{
+namespace korvane::DockBadges {
+namespace {
 
 using platform::AxStatus;
 using platform::Element;

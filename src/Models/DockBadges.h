@@ -8,13 +8,11 @@
 #include <string>
 #include <unordered_set>
 
-namespace korvane
-{
+namespace korvane {
 
 using BadgedNames = std::unordered_set<std::string>;
 
-namespace DockBadges
-{
+namespace DockBadges {
 
 // Elements at this depth and deeper are not looked at: application, lists and items are all that is needed.
 inline constexpr int depthLimit = 5;

@@ -4,8 +4,7 @@
 #include <cstdio>
 #include <random>
 
-namespace korvane::identifiers
-{
+namespace korvane::identifiers {
 
 std::string accessibilityWindowPrefix(Pid pid)
 {

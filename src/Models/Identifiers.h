@@ -9,8 +9,7 @@
 #include <string>
 #include <string_view>
 
-namespace korvane::identifiers
-{
+namespace korvane::identifiers {
 
 inline constexpr std::string_view settingsTask = "korvane-settings";
 inline constexpr std::string_view customGroupPrefix = "custom:";

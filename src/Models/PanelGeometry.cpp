@@ -4,8 +4,7 @@
 
 #include <algorithm>
 
-namespace korvane::PanelGeometry
-{
+namespace korvane::PanelGeometry {
 
 OverflowGeometry overflowGeometry(const GeometryKey &key)
 {

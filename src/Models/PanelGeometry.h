@@ -1,8 +1,7 @@
 // How tall a panel has to be for the rows it holds. Points.
 #pragma once
 
-namespace korvane
-{
+namespace korvane {
 
 struct GeometryKey {
     int overflowCount = 0;  // rows above the main row
@@ -17,8 +16,7 @@ struct OverflowGeometry {
     friend bool operator==(const OverflowGeometry &, const OverflowGeometry &) = default;
 };
 
-namespace PanelGeometry
-{
+namespace PanelGeometry {
 
 inline constexpr double barHeight = 34;
 // Above the top row, for the strip that opens tucked rows under the pointer.

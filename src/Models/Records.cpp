@@ -3,8 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace korvane
-{
+namespace korvane {
 
 Pid RunningAppGroup::processIdentifier() const
 {

@@ -10,8 +10,7 @@
 #include <string_view>
 #include <vector>
 
-namespace korvane
-{
+namespace korvane {
 
 using platform::ImagePtr;
 using platform::Pid;

@@ -8,10 +8,8 @@
 #include <optional>
 #include <type_traits>
 
-namespace korvane
-{
-namespace
-{
+namespace korvane {
+namespace {
 
 constexpr std::string_view seededKey = "didSeedDefaultAppColors";
 

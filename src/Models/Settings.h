@@ -6,11 +6,9 @@
 
 #include <string_view>
 
-namespace korvane
-{
+namespace korvane {
 
-class Settings
-{
+class Settings {
 public:
     // Reads every key once, with the migrations of older versions' keys. Nothing is clamped: a limit is enforced where
     // the value is used. Seeds the default colours on the first run of an installation.

@@ -2,10 +2,8 @@
 
 #include <nlohmann/json.hpp>
 
-namespace korvane::settings_json
-{
-namespace
-{
+namespace korvane::settings_json {
+namespace {
 
 using Json = nlohmann::ordered_json;
 

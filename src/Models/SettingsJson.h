@@ -9,8 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace korvane::settings_json
-{
+namespace korvane::settings_json {
 
 using Bytes = std::vector<std::uint8_t>;
 

@@ -3,10 +3,8 @@
 #include <algorithm>
 #include <array>
 
-namespace korvane
-{
-namespace
-{
+namespace korvane {
+namespace {
 
 using V = SettingsValues;
 

@@ -13,8 +13,7 @@
 #include <variant>
 #include <vector>
 
-namespace korvane
-{
+namespace korvane {
 
 using platform::StringMap;
 using StringList = std::vector<std::string>;

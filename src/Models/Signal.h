@@ -7,12 +7,10 @@
 #include <utility>
 #include <vector>
 
-namespace korvane
-{
+namespace korvane {
 
 // Keeps an observer connected for as long as it lives. It may outlive the signal.
-class Connection
-{
+class Connection {
 public:
     Connection() = default;
     explicit Connection(std::shared_ptr<void> slot) : token(std::move(slot)) {}
@@ -21,8 +19,7 @@ private:
     std::shared_ptr<void> token;
 };
 
-template <typename... Arguments> class Signal
-{
+template <typename... Arguments> class Signal {
 public:
     using Slot = std::function<void(Arguments...)>;
 

@@ -5,10 +5,8 @@
 #include <cmath>
 #include <cstdio>
 
-namespace korvane::TabColors
-{
-namespace
-{
+namespace korvane::TabColors {
+namespace {
 
 constexpr std::string_view customPrefix = "Custom:#";
 

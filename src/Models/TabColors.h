@@ -9,8 +9,7 @@
 #include <string>
 #include <string_view>
 
-namespace korvane
-{
+namespace korvane {
 
 // Red, green and blue from 0 to 1, in sRGB.
 struct Rgb {
@@ -20,8 +19,7 @@ struct Rgb {
 
 using ColorNames = std::map<std::string, std::string>;  // task or group id, or bundle identifier, to colour text
 
-namespace TabColors
-{
+namespace TabColors {
 
 // The palette in the order of every colour menu; the text of a colour is also its stored form.
 struct PaletteColor {

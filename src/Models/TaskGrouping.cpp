@@ -7,14 +7,11 @@
 #include <unordered_set>
 #include <utility>
 
-namespace korvane::TaskGrouping
-{
-namespace
-{
+namespace korvane::TaskGrouping {
+namespace {
 
 // The custom group of each window, as far as the group has a name; a membership without one counts as none.
-class ActiveMembership
-{
+class ActiveMembership {
 public:
     explicit ActiveMembership(const SettingsValues &values) : settings(values) {}
 

@@ -9,13 +9,11 @@
 #include <string_view>
 #include <vector>
 
-namespace korvane
-{
+namespace korvane {
 
 using Items = std::span<const RunningAppItem>;
 
-namespace TaskGrouping
-{
+namespace TaskGrouping {
 
 inline constexpr std::string_view newGroupName = "New Group";
 inline constexpr std::string_view newGroupGlyph = "📁";

@@ -5,10 +5,8 @@
 #include <algorithm>
 #include <numeric>
 
-namespace korvane::TaskLayoutEngine
-{
-namespace
-{
+namespace korvane::TaskLayoutEngine {
+namespace {
 
 double sum(Widths widths)
 {

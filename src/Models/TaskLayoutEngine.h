@@ -6,8 +6,7 @@
 #include <span>
 #include <vector>
 
-namespace korvane
-{
+namespace korvane {
 
 struct OverflowRow {
     int id = 0;            // 1 for the row nearest the bar
@@ -34,8 +33,7 @@ struct MainRow {
     friend bool operator==(const MainRow &, const MainRow &) = default;
 };
 
-namespace TaskLayoutEngine
-{
+namespace TaskLayoutEngine {
 
 inline constexpr double itemSpacing = 4;
 inline constexpr double minimumTabWidth = 64;

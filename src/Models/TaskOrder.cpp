@@ -6,8 +6,7 @@
 #include <charconv>
 #include <unordered_set>
 
-namespace korvane
-{
+namespace korvane {
 
 OrderIndex::OrderIndex(const std::vector<std::string> &order) : length(order.size())
 {
@@ -23,10 +22,8 @@ OrderIndex::OrderIndex(std::span<const RunningAppItem> items) : length(items.siz
         places.try_emplace(items[i].id, i);
 }
 
-namespace TaskOrder
-{
-namespace
-{
+namespace TaskOrder {
+namespace {
 
 using Dragged = std::vector<const RunningAppItem *>;
 

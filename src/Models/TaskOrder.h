@@ -14,12 +14,10 @@
 #include <unordered_map>
 #include <vector>
 
-namespace korvane
-{
+namespace korvane {
 
 // From an identifier to its first place in a list. Holds views: the list must outlive it unchanged.
-class OrderIndex
-{
+class OrderIndex {
 public:
     OrderIndex() = default;
     explicit OrderIndex(const std::vector<std::string> &order);
@@ -41,8 +39,7 @@ private:
     std::size_t length = 0;
 };
 
-namespace TaskOrder
-{
+namespace TaskOrder {
 
 // Where a task stood before; the largest number for a new one.
 using PreviousPosition = std::function<std::size_t(const RunningAppItem &)>;

@@ -3,10 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-namespace korvane::TaskbarPass
-{
-namespace
-{
+namespace korvane::TaskbarPass {
+namespace {
 
 // The empty row that carries the brightness and volume controls while no task overflows.
 constexpr double controlsRowWidth = 142;

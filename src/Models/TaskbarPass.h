@@ -14,8 +14,7 @@
 #include <string_view>
 #include <vector>
 
-namespace korvane
-{
+namespace korvane {
 
 // The width of a text in points, in the font of the tabs.
 using MeasureText = std::function<double(std::string_view)>;
@@ -46,8 +45,7 @@ struct TaskbarLayout {
     int rowCount = 1;  // the main row included
 };
 
-namespace TaskbarPass
-{
+namespace TaskbarPass {
 
 inline constexpr double maximumTabWidth = 220;
 

@@ -4,15 +4,13 @@
 
 #include <algorithm>
 
-namespace korvane
-{
+namespace korvane {
 
 using platform::AxStatus;
 using platform::Element;
 using platform::Value;
 
-namespace
-{
+namespace {
 
 template <typename T>
 std::optional<T> attribute(platform::Accessibility &accessibility, const Element &element, std::string_view name)

@@ -13,14 +13,12 @@
 #include <unordered_set>
 #include <vector>
 
-namespace korvane
-{
+namespace korvane {
 
 using ApplicationList = std::vector<const platform::Application *>;
 using MetadataOf = std::function<const AppMetadata &(const platform::Application &)>;
 
-class WindowDiscovery
-{
+class WindowDiscovery {
 public:
     explicit WindowDiscovery(platform::Platform &system) : platform(system) {}
 
@@ -49,8 +47,7 @@ private:
 };
 
 // Names of tasks that are not to be shown. Compares whole names without regard to case.
-class NameFilter
-{
+class NameFilter {
 public:
     explicit NameFilter(platform::Text &textServices) : text(textServices) {}
 

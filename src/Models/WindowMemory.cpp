@@ -5,8 +5,7 @@
 #include <algorithm>
 #include <unordered_set>
 
-namespace korvane
-{
+namespace korvane {
 
 WindowMemory::Changes WindowMemory::updatePreviousWindows(const std::vector<const RunningAppItem *> &items)
 {
@@ -73,8 +72,7 @@ bool WindowMemory::isActiveBlueStripWindow(const RunningAppItem &item) const
     return item.isActive || activeStrip == item.id;
 }
 
-namespace RecentWindows
-{
+namespace RecentWindows {
 
 void record(std::vector<std::string> &recents, const std::string &id)
 {

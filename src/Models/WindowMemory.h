@@ -9,11 +9,9 @@
 #include <string_view>
 #include <vector>
 
-namespace korvane
-{
+namespace korvane {
 
-class WindowMemory
-{
+class WindowMemory {
 public:
     using WindowByApplication = std::map<std::string, std::string>;  // application memory key to task id
 
@@ -38,8 +36,7 @@ private:
     WindowByApplication activeWindows, previousWindows;
 };
 
-namespace RecentWindows
-{
+namespace RecentWindows {
 
 inline constexpr std::size_t limit = 8;
 

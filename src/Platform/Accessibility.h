@@ -16,12 +16,10 @@
 #include <variant>
 #include <vector>
 
-namespace korvane::platform
-{
+namespace korvane::platform {
 
 // A backend's handle. Never kept beyond one operation: a window is found anew from its identifier.
-class ElementBase
-{
+class ElementBase {
 public:
     virtual ~ElementBase() = default;
 };
@@ -32,8 +30,7 @@ using Value = std::variant<bool, std::int64_t, double, std::string, Element, std
 
 enum class AxStatus { success, noPermission, gone, cannotComplete, unsupported, noValue, failure };
 
-class Accessibility
-{
+class Accessibility {
 public:
     virtual ~Accessibility() = default;
 

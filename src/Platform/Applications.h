@@ -11,8 +11,7 @@
 #include <string_view>
 #include <vector>
 
-namespace korvane::platform
-{
+namespace korvane::platform {
 
 using Pid = std::int32_t;
 
@@ -44,8 +43,7 @@ enum class SessionEvent {
     screensaverStopped,
 };
 
-class Applications
-{
+class Applications {
 public:
     virtual ~Applications() = default;
 

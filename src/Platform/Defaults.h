@@ -9,14 +9,12 @@
 #include <string_view>
 #include <vector>
 
-namespace korvane::platform
-{
+namespace korvane::platform {
 
 using StringMap = std::map<std::string, std::string>;
 
 // A value of another type reads as absent; an integer also reads as a number.
-class Defaults
-{
+class Defaults {
 public:
     virtual ~Defaults() = default;
 

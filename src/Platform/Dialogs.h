@@ -4,16 +4,14 @@
 #include <string>
 #include <vector>
 
-namespace korvane::platform
-{
+namespace korvane::platform {
 
 struct Alert {
     std::string message, informative;
     std::vector<std::string> buttons;  // the first answers 1000, the second 1001, ...
 };
 
-class Dialogs
-{
+class Dialogs {
 public:
     virtual ~Dialogs() = default;
     // Blocks until a button is pressed; timers and observers go on meanwhile. The fraction places the alert's centre on

@@ -1,8 +1,7 @@
 // Lengths are points in double. The desktop's origin is bottom left, y upwards.
 #pragma once
 
-namespace korvane::platform
-{
+namespace korvane::platform {
 
 struct Point {
     double x = 0, y = 0;

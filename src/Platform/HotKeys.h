@@ -8,16 +8,14 @@
 #include <optional>
 #include <string>
 
-namespace korvane::platform
-{
+namespace korvane::platform {
 
 // Numbers of the system: key code 53 is Escape, modifiers 4096 Control, 512 Shift.
 struct HotKey {
     std::uint32_t keyCode = 0, modifiers = 0, id = 0;
 };
 
-class HotKeys
-{
+class HotKeys {
 public:
     virtual ~HotKeys() = default;
     // The one handler of all hot keys; it is told the id of the key.
@@ -26,8 +24,7 @@ public:
     [[nodiscard]] virtual Subscription add(const HotKey &key) = 0;
 };
 
-class LoginItem
-{
+class LoginItem {
 public:
     virtual ~LoginItem() = default;
     virtual bool enabled() = 0;

@@ -5,11 +5,9 @@
 
 #include <string_view>
 
-namespace korvane::platform
-{
+namespace korvane::platform {
 
-class Icons
-{
+class Icons {
 public:
     virtual ~Icons() = default;
     // This program's own icon; never null.

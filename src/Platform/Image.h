@@ -5,8 +5,7 @@
 #include <memory>
 #include <vector>
 
-namespace korvane::platform
-{
+namespace korvane::platform {
 
 struct Image {
     int width = 0, height = 0;         // in pixels

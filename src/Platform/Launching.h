@@ -5,11 +5,9 @@
 #include <string>
 #include <string_view>
 
-namespace korvane::platform
-{
+namespace korvane::platform {
 
-class Launching
-{
+class Launching {
 public:
     virtual ~Launching() = default;
     // Where the application of that identifier is installed.

@@ -6,13 +6,11 @@
 #include <chrono>
 #include <functional>
 
-namespace korvane::platform
-{
+namespace korvane::platform {
 
 using Seconds = std::chrono::duration<double>;
 
-class MainLoop
-{
+class MainLoop {
 public:
     virtual ~MainLoop() = default;
 

@@ -3,8 +3,7 @@
 
 #include <cstdint>
 
-namespace korvane::platform
-{
+namespace korvane::platform {
 
 enum class Level { floating = 3, statusBar = 25, alert = 1000 };
 
@@ -19,8 +18,7 @@ struct PanelTraits {
 
 using NativeView = std::uintptr_t;  // what the toolkit calls the window's identifier
 
-class Panels
-{
+class Panels {
 public:
     virtual ~Panels() = default;
     // Once the native window exists, before each time it is shown.

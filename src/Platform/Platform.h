@@ -14,8 +14,7 @@
 #include "Platform/Text.h"
 #include "Platform/WindowList.h"
 
-namespace korvane::platform
-{
+namespace korvane::platform {
 
 struct Platform {
     MainLoop &loop;

@@ -9,8 +9,7 @@
 #include <optional>
 #include <vector>
 
-namespace korvane::platform
-{
+namespace korvane::platform {
 
 struct Screen {
     std::optional<std::uint32_t> number;
@@ -19,8 +18,7 @@ struct Screen {
     friend bool operator==(const Screen &, const Screen &) = default;
 };
 
-class Screens
-{
+class Screens {
 public:
     virtual ~Screens() = default;
     // The first one holds the desktop's origin. Empty when there is none.
@@ -33,8 +31,7 @@ public:
     [[nodiscard]] virtual Subscription observeChanges(std::function<void()> callback) = 0;
 };
 
-class Pointer
-{
+class Pointer {
 public:
     virtual ~Pointer() = default;
     virtual Point location() = 0;

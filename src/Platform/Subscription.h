@@ -6,11 +6,9 @@
 
 #include <memory>
 
-namespace korvane::platform
-{
+namespace korvane::platform {
 
-class SubscriptionBase
-{
+class SubscriptionBase {
 public:
     SubscriptionBase() = default;
     SubscriptionBase(const SubscriptionBase &) = delete;

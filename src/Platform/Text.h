@@ -4,11 +4,9 @@
 #include <string>
 #include <string_view>
 
-namespace korvane::platform
-{
+namespace korvane::platform {
 
-class Text
-{
+class Text {
 public:
     virtual ~Text() = default;
     // Negative, zero or positive.

@@ -6,8 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace korvane::platform
-{
+namespace korvane::platform {
 
 struct OnScreenWindow {
     std::optional<std::int64_t> layer;  // 0 is the layer of ordinary windows
@@ -15,8 +14,7 @@ struct OnScreenWindow {
     std::optional<std::string> name;
 };
 
-class WindowList
-{
+class WindowList {
 public:
     virtual ~WindowList() = default;
     // Front to back, without desktop elements. Absent when the server does not answer.

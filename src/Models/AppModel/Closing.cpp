@@ -3,16 +3,14 @@
 
 #include <algorithm>
 
-namespace korvane
-{
+namespace korvane {
 
 using platform::AxStatus;
 using platform::Element;
 using platform::Value;
 using V = SettingsValues;
 
-namespace
-{
+namespace {
 
 constexpr int firstButton = 1000;
 constexpr std::string_view fileManager = "com.apple.finder";

@@ -3,8 +3,7 @@
 
 #include "Models/Assert.h"
 
-namespace korvane
-{
+namespace korvane {
 
 AppModel::AppModel(platform::Platform &system, UuidSource uuids)
     : platform(system), makeUuid(std::move(uuids)), store(system.defaults), discovery(system), nameFilter(system.text),

@@ -4,16 +4,14 @@
 #include <algorithm>
 #include <array>
 
-namespace korvane
-{
+namespace korvane {
 
 using platform::ApplicationEvent;
 using platform::Seconds;
 using platform::SessionEvent;
 using V = SettingsValues;
 
-namespace
-{
+namespace {
 
 constexpr Seconds permissionPoll{2.0};
 // The system needs a moment after login, and after the permission, before its window lists are whole.

@@ -3,8 +3,7 @@
 
 #include <algorithm>
 
-namespace korvane
-{
+namespace korvane {
 
 using V = SettingsValues;
 

@@ -1,10 +1,8 @@
 // The way to the system's permission page and the two ways of clearing the grant.
 #include "Models/AppModel.h"
 
-namespace korvane
-{
-namespace
-{
+namespace korvane {
+namespace {
 
 constexpr const char *settingsPage = "x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility";
 // Always this identifier, whatever the running copy is called.

@@ -7,8 +7,7 @@
 #include <limits>
 #include <unordered_set>
 
-namespace korvane
-{
+namespace korvane {
 
 using V = SettingsValues;
 

@@ -1,8 +1,7 @@
 // Saving the settings in their groups, and taking everything back to the defaults.
 #include "Models/AppModel.h"
 
-namespace korvane
-{
+namespace korvane {
 
 using V = SettingsValues;
 

@@ -1,8 +1,7 @@
 // From a click on a task to its window.
 #include "Models/AppModel.h"
 
-namespace korvane
-{
+namespace korvane {
 
 using platform::Activate;
 using platform::Element;
