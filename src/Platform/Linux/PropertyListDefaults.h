@@ -1,0 +1,73 @@
+// The defaults database in a file of the user: read once, answered from memory, written after the turn that changed it.
+#pragma once
+
+#include "Platform/Defaults.h"
+#include "Platform/Linux/PropertyList.h"
+#include "Platform/MainLoop.h"
+
+#include <filesystem>
+#include <functional>
+
+namespace korvane::platform {
+
+// defaults.plist in Korvane's own folder of the user's configuration directory; empty without a home.
+std::filesystem::path defaultsFile();
+
+// Texts lose what no property list can hold (storableText). A number that is not finite is not stored and leaves the
+// key as it was.
+class PropertyListDefaults final : public Defaults {
+public:
+    using Report = std::function<void(const std::string &line)>;
+
+    // Reads the file. One that can't be read is set aside under a new name and reported, and an empty one takes its
+    // place; if even that fails, nothing is ever written. With an empty path everything stays in memory.
+    // `report` gets one line for each such event, and one for the first write that fails; later ones try again.
+    PropertyListDefaults(MainLoop &mainLoop, std::filesystem::path path, Report reportTo = reportOnStandardError);
+    // Writes what is not yet written.
+    ~PropertyListDefaults() override;
+
+    PropertyListDefaults(const PropertyListDefaults &) = delete;
+    PropertyListDefaults &operator=(const PropertyListDefaults &) = delete;
+
+    bool has(std::string_view key) override;
+    std::optional<bool> boolean(std::string_view key) override;
+    std::optional<std::int64_t> integer(std::string_view key) override;
+    std::optional<double> number(std::string_view key) override;
+    std::optional<std::string> string(std::string_view key) override;
+    std::optional<std::vector<std::string>> strings(std::string_view key) override;
+    std::optional<StringMap> dictionary(std::string_view key) override;
+    std::optional<std::vector<std::uint8_t>> data(std::string_view key) override;
+
+    void setBoolean(std::string_view key, bool value) override;
+    void setInteger(std::string_view key, std::int64_t value) override;
+    void setNumber(std::string_view key, double value) override;
+    void setString(std::string_view key, std::string_view value) override;
+    void setStrings(std::string_view key, const std::vector<std::string> &value) override;
+    void setDictionary(std::string_view key, const StringMap &value) override;
+    void setData(std::string_view key, std::span<const std::uint8_t> value) override;
+    void remove(std::string_view key) override;
+    void removeAll() override;
+    void synchronize() override;
+
+    static void reportOnStandardError(const std::string &line);
+
+private:
+    void load();
+    bool setAside(const std::string &reason);
+    void removeLeftovers();
+    template <typename T> std::optional<T> read(std::string_view key) const;
+    void store(std::string_view key, PropertyValue value);
+    void changed();
+
+    MainLoop &loop;
+    std::filesystem::path file;
+    Report report;
+    PropertyList values;
+    bool writable = true;  // false when the file there must not be touched
+    bool dirty = false;
+    bool unwritten = false;  // the last write failed
+    bool failureReported = false;
+    std::shared_ptr<bool> alive = std::make_shared<bool>(true);  // posted calls look whether we still are
+};
+
+}  // namespace korvane::platform
