@@ -1,0 +1,47 @@
+#include "App/Startup.h"
+
+#include <QDir>
+#include <QStandardPaths>
+#include <QString>
+
+namespace korvane {
+namespace {
+
+bool isSet(const char *text)
+{
+    return text && *text != '\0';
+}
+
+}  // namespace
+
+std::optional<Refusal> refusalBeforeStart(int argumentCount, const char *display, const char *waylandDisplay)
+{
+    if (argumentCount > 1)
+        return Refusal{"korvane: takes no options; everything is set in its settings panel", 2};
+    if (isSet(display))
+        return std::nullopt;
+    if (isSet(waylandDisplay))
+        return Refusal{"korvane: this is a Wayland session without X11; Korvane needs an X11 session", 1};
+    return Refusal{"korvane: no display; start it inside an X11 session", 1};
+}
+
+SingleInstance::SingleInstance(const std::string &displayName) : display(displayName) {}
+
+std::optional<Refusal> SingleInstance::claim()
+{
+    QString directory = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    if (directory.isEmpty())
+        directory = QDir::tempPath();
+    QString name = QString::fromStdString(display);
+    name.replace(u'/', u'_').replace(u':', u'_');
+    lock = std::make_unique<QLockFile>(directory + QStringLiteral("/korvane") + name + QStringLiteral(".lock"));
+    lock->setStaleLockTime(0);  // however long the first one has been running, it is not stale while it lives
+    if (lock->tryLock(0))
+        return std::nullopt;
+    // A runtime directory that can't be written keeps nobody from starting.
+    if (lock->error() != QLockFile::LockFailedError)
+        return std::nullopt;
+    return Refusal{"korvane: already running on display " + display, 0};
+}
+
+}  // namespace korvane

@@ -1,0 +1,26 @@
+// What the other controllers ask of the start menu and of the settings window.
+#pragma once
+
+#include "Platform/Geometry.h"
+
+namespace korvane {
+
+class StartMenu {
+public:
+    virtual ~StartMenu() = default;
+    virtual bool isVisible() const = 0;
+    // Above the start button, whose frame is given in desktop coordinates. Nothing when it is already open.
+    virtual void show(const platform::Rect &above) = 0;
+    virtual void fadeOut() = 0;
+    virtual bool containsMouse() const = 0;
+    // The bar's own opacity, from 0 to 1.
+    virtual void setTaskbarFadeProgress(double progress) = 0;
+};
+
+class SettingsWindow {
+public:
+    virtual ~SettingsWindow() = default;
+    virtual void show() = 0;
+};
+
+}  // namespace korvane

@@ -1,0 +1,55 @@
+// Every size, radius, opacity and colour that is drawn, once and by name. Points; opacities from 0 to 1.
+#pragma once
+
+#include <QColor>
+
+namespace korvane::metrics {
+
+// The bar
+inline constexpr int barHeight = 34;
+inline constexpr double gradientTopOpacity = 0.30;
+inline constexpr double gradientBottomOpacity = 0.54;
+inline constexpr QColor material(46, 49, 56, 235);  // under the gradient, where the desktop can shine through
+inline constexpr QColor opaqueMaterial(46, 49, 56);
+inline constexpr int mainEndPadding = 4;
+
+// An overflow row's card
+inline constexpr double cardRadius = 8;
+inline constexpr double cardStrokeWidth = 0.5;
+inline const QColor cardStroke = QColor::fromRgbF(0.025F, 0.028F, 0.035F, 0.2F);
+inline constexpr int cardPadding = 5;
+inline constexpr int endCapWidth = 18;
+inline constexpr int endCapHeight = 28;
+inline constexpr double endCapRadius = 2;
+inline constexpr double endCapFill = 0.1;
+inline constexpr double endCapStroke = 0.18;
+inline constexpr int endCapFontSize = 10;
+inline constexpr double endCapTextOpacity = 0.32;
+
+// A task's button
+inline constexpr int buttonHeight = 28;
+inline constexpr int buttonSpacing = 4;  // between two buttons
+inline constexpr int buttonPadding = 7;
+inline constexpr int iconTextSpacing = 7;
+inline constexpr int buttonIconSize = 25;
+inline constexpr int buttonFontSize = 12;
+inline constexpr double buttonRadius = 4;
+inline constexpr double highlightOpacity = 0.13;
+inline constexpr double plainOpacity = 0.035;
+inline constexpr double stripHeight = 2;
+inline constexpr double stripPadding = 7;
+inline constexpr double activeStripOpacity = 0.95;
+inline constexpr double previousStripOpacity = 0.72;
+inline constexpr int countFontSize = 10;
+inline constexpr double countOpacity = 0.65;
+inline constexpr double glyphFontScale = 0.64;  // of the icon's square
+
+// Changes of height
+inline constexpr double heightTolerance = 0.5;
+inline constexpr double heightAnimationSeconds = 0.1;
+inline constexpr double animationFrameSeconds = 1.0 / 60;
+
+// Texts come from strangers: what is longer is cut before it is shaped.
+inline constexpr int longestText = 4096;
+
+}  // namespace korvane::metrics

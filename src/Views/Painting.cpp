@@ -1,0 +1,127 @@
+#include "Views/Painting.h"
+
+#include "Platform/Qt/QtImages.h"
+#include "Views/Metrics.h"
+
+#include <QFontDatabase>
+#include <QLinearGradient>
+#include <QPainter>
+#include <QPainterPath>
+#include <algorithm>
+#include <cmath>
+
+namespace korvane {
+namespace {
+
+void paintGround(QPainter &painter, const QRectF &rectangle, const QPainterPath &shape, double opacity,
+                 bool translucent)
+{
+    // Without a compositor what is not drawn is black, and a see-through ground would only be darker.
+    const double shown = translucent ? std::clamp(opacity, 0.0, 1.0) : 1.0;
+    painter.save();
+    painter.setOpacity(painter.opacity() * shown);
+    painter.fillPath(shape, translucent ? metrics::material : metrics::opaqueMaterial);
+    QLinearGradient gradient(rectangle.topLeft(), rectangle.bottomLeft());
+    gradient.setColorAt(0, QColor::fromRgbF(0, 0, 0, static_cast<float>(metrics::gradientTopOpacity)));
+    gradient.setColorAt(1, QColor::fromRgbF(0, 0, 0, static_cast<float>(metrics::gradientBottomOpacity)));
+    painter.fillPath(shape, gradient);
+    painter.restore();
+}
+
+QColor white(double opacity)
+{
+    return QColor::fromRgbF(1, 1, 1, static_cast<float>(opacity));
+}
+
+}  // namespace
+
+QColor toColor(const Rgb &color, double opacity)
+{
+    return QColor::fromRgbF(static_cast<float>(color.red), static_cast<float>(color.green),
+                            static_cast<float>(color.blue), static_cast<float>(std::clamp(opacity, 0.0, 1.0)));
+}
+
+QFont systemFont(int size, bool bold)
+{
+    QFont font = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
+    font.setPixelSize(size);
+    font.setBold(bold);
+    return font;
+}
+
+void paintTaskbarBackground(QPainter &painter, const QRectF &rectangle, double opacity, bool translucent)
+{
+    QPainterPath shape;
+    shape.addRect(rectangle);
+    paintGround(painter, rectangle, shape, opacity, translucent);
+}
+
+void paintCard(QPainter &painter, const QRectF &rectangle, double opacity, bool translucent)
+{
+    // The lower corners of a rounded rectangle that reaches below the card are cut off, which leaves them square.
+    const QRectF outline = rectangle.adjusted(0, 0, 0, metrics::cardRadius);
+    QPainterPath rounded;
+    rounded.addRoundedRect(outline, metrics::cardRadius, metrics::cardRadius);
+    QPainterPath card;
+    card.addRect(rectangle);
+    card = card.intersected(rounded);
+
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    paintGround(painter, rectangle, card, opacity, translucent);
+    painter.strokePath(card, QPen(metrics::cardStroke, metrics::cardStrokeWidth));
+    painter.restore();
+}
+
+void paintEndCap(QPainter &painter, const QRectF &rectangle)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(white(metrics::endCapStroke), metrics::cardStrokeWidth));
+    painter.setBrush(white(metrics::endCapFill));
+    painter.drawRoundedRect(rectangle, metrics::endCapRadius, metrics::endCapRadius);
+    painter.setPen(white(metrics::endCapTextOpacity));
+    painter.setFont(systemFont(metrics::endCapFontSize));
+    painter.drawText(rectangle, Qt::AlignCenter, QStringLiteral("_"));
+    painter.restore();
+}
+
+void paintStrip(QPainter &painter, const QRectF &rectangle, const QColor &color)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(color);
+    painter.drawRoundedRect(rectangle, rectangle.height() / 2, rectangle.height() / 2);
+    painter.restore();
+}
+
+QPixmap IconPixmaps::pixmap(const platform::ImagePtr &image, int size, double devicePixelRatio)
+{
+    if (!image)
+        return {};
+    const int side = static_cast<int>(std::lround(size * devicePixelRatio));
+    const auto [entry, isNew] = entries.try_emplace(Key(image.get(), side));
+    if (isNew) {
+        const QImage picture = platform::toQImage(*image);
+        entry->second.image = image;
+        if (!picture.isNull()) {
+            entry->second.pixmap = QPixmap::fromImage(
+                picture.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+            entry->second.pixmap.setDevicePixelRatio(devicePixelRatio);
+        }
+        const QPixmap made = entry->second.pixmap;
+        if (entries.size() > forgetAt)
+            forgetUnused();
+        return made;
+    }
+    return entry->second.pixmap;
+}
+
+void IconPixmaps::forgetUnused()
+{
+    std::erase_if(entries, [](const auto &entry) { return entry.second.image.use_count() == 1; });
+    forgetAt = std::max<std::size_t>(64, entries.size() * 2);
+}
+
+}  // namespace korvane

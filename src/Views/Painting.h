@@ -1,0 +1,48 @@
+// Shapes that several views draw.
+#pragma once
+
+#include "Models/TabColors.h"
+#include "Platform/Image.h"
+
+#include <QColor>
+#include <QFont>
+#include <QPixmap>
+#include <QRectF>
+#include <map>
+#include <utility>
+
+class QPainter;
+
+namespace korvane {
+
+QColor toColor(const Rgb &color, double opacity = 1);
+// The system's font at that many points, which are pixels of the device-independent kind.
+QFont systemFont(int size, bool bold = false);
+
+// The bar's dark ground. Opaque where the desktop can't shine through.
+void paintTaskbarBackground(QPainter &painter, const QRectF &rectangle, double opacity, bool translucent);
+// The same with the upper corners rounded and a hairline around it.
+void paintCard(QPainter &painter, const QRectF &rectangle, double opacity, bool translucent);
+void paintEndCap(QPainter &painter, const QRectF &rectangle);
+// A capsule.
+void paintStrip(QPainter &painter, const QRectF &rectangle, const QColor &color);
+
+// Pictures scaled once for each size they are drawn at, and forgotten with the last record that holds them.
+class IconPixmaps {
+public:
+    // `size` in points. A null pixmap for a null picture.
+    QPixmap pixmap(const platform::ImagePtr &image, int size, double devicePixelRatio);
+
+private:
+    void forgetUnused();
+
+    using Key = std::pair<const platform::Image *, int>;  // the picture and its side in pixels
+    struct Entry {
+        platform::ImagePtr image;
+        QPixmap pixmap;
+    };
+    std::map<Key, Entry> entries;
+    std::size_t forgetAt = 64;
+};
+
+}  // namespace korvane

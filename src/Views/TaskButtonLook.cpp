@@ -1,0 +1,80 @@
+#include "Views/TaskButtonLook.h"
+
+#include "Views/Metrics.h"
+
+#include <algorithm>
+
+namespace korvane::TaskButtonLooks {
+namespace {
+
+Strip activeStrip(const SettingsValues &settings)
+{
+    return {TabColors::storedTabColor(settings.activeWindowStripColor).value_or(TabColors::activeStripFallback),
+            metrics::activeStripOpacity};
+}
+
+Strip previousStrip(const SettingsValues &settings)
+{
+    return {TabColors::storedTabColor(settings.lastWindowStripColor).value_or(TabColors::lastStripFallback),
+            metrics::previousStripOpacity};
+}
+
+// A coloured button does not show the active highlight; its strip alone tells.
+void fill(TaskButtonLook &look, const std::optional<std::string> &colorName, const SettingsValues &settings)
+{
+    look.color = TabColors::storedTabColor(colorName);
+    look.fillOpacity = look.color ? std::clamp(settings.tabColorOpacity, 0.0, 1.0)
+                                  : highlightOpacity(look.isActive, settings.invertTaskbarButtonHighlight);
+}
+
+}  // namespace
+
+double highlightOpacity(bool isActive, bool inverted)
+{
+    return isActive != inverted ? metrics::highlightOpacity : metrics::plainOpacity;
+}
+
+TaskButtonLook ofItem(const AppModel &model, const RunningAppItem &item, bool stripAtTop)
+{
+    const SettingsValues &settings = model.settings();
+    TaskButtonLook look;
+    look.text = item.name;
+    look.toolTip = item.name;
+    look.icon = item.icon;
+    look.isActive = item.isActive;
+    look.stripAtTop = stripAtTop;
+    fill(look, model.liveTabColorName(item.id), settings);
+    if (settings.blueStripsEnabled && item.isActive)
+        look.strip = activeStrip(settings);
+    else if (settings.blueStripsEnabled && model.isPreviousWindow(item))
+        look.strip = previousStrip(settings);
+    return look;
+}
+
+TaskButtonLook ofGroup(const AppModel &model, const RunningAppGroup &group, bool stripAtTop)
+{
+    const SettingsValues &settings = model.settings();
+    TaskButtonLook look;
+    look.text = group.displayName();
+    look.toolTip = "Show " + group.appName + " windows";
+    look.icon = group.icon;
+    look.glyph = group.customIconGlyph.value_or("");
+    look.isActive = group.isActive();
+    look.stripAtTop = stripAtTop;
+    look.windowCount = group.windows.size();
+    fill(look, TabColors::groupColorName(model.liveTabColors(), group), settings);
+    if (settings.blueStripsEnabled
+        && std::any_of(group.windows.begin(), group.windows.end(),
+                       [&](const RunningAppItem &item) { return model.isActiveBlueStripWindow(item); }))
+        look.strip = activeStrip(settings);
+    return look;
+}
+
+TaskButtonLook ofEntry(const AppModel &model, const TaskbarEntry &entry, bool stripAtTop)
+{
+    if (entry.group)
+        return ofGroup(model, *entry.group, stripAtTop);
+    return entry.item ? ofItem(model, *entry.item, stripAtTop) : TaskButtonLook();
+}
+
+}  // namespace korvane::TaskButtonLooks

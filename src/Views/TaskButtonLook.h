@@ -1,0 +1,41 @@
+// What a task's button shows, decided without a widget.
+#pragma once
+
+#include "Models/AppModel.h"
+
+#include <optional>
+#include <string>
+
+namespace korvane {
+
+// A strip along the edge of a button.
+struct Strip {
+    Rgb color;
+    double opacity = 1;
+    friend bool operator==(const Strip &, const Strip &) = default;
+};
+
+struct TaskButtonLook {
+    std::string text;
+    std::string toolTip;
+    ImagePtr icon;
+    std::string glyph;  // in place of the icon; empty for none
+    bool isActive = false;
+    double fillOpacity = 0;       // of white, or of the colour
+    std::optional<Rgb> color;     // absent: white
+    std::optional<Strip> strip;
+    bool stripAtTop = false;
+    std::size_t windowCount = 0;  // shown from 2 on
+    friend bool operator==(const TaskButtonLook &, const TaskButtonLook &) = default;
+};
+
+namespace TaskButtonLooks {
+
+// White fill of a button without a colour of its own.
+double highlightOpacity(bool isActive, bool inverted);
+TaskButtonLook ofItem(const AppModel &model, const RunningAppItem &item, bool stripAtTop);
+TaskButtonLook ofGroup(const AppModel &model, const RunningAppGroup &group, bool stripAtTop);
+TaskButtonLook ofEntry(const AppModel &model, const TaskbarEntry &entry, bool stripAtTop);
+
+}  // namespace TaskButtonLooks
+}  // namespace korvane
