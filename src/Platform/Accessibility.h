@@ -2,9 +2,8 @@
 //
 // Attributes a backend has to answer:
 //   application   AXWindows (list), AXFocusedWindow (element), AXFrontmost (set only), AXChildren of the dock (list)
-//   window        AXTitle, AXIdentifier (text), AXMinimized (boolean, also set), AXCloseButton (element); action AXRaise
-//   close button  action AXPress
-//   dock item     AXTitle, AXSubrole, AXStatusLabel (text), AXChildren (list)
+//   window        AXTitle, AXIdentifier (text), AXMinimized (boolean, also set), AXCloseButton (element); action
+//   AXRaise close button  action AXPress dock item     AXTitle, AXSubrole, AXStatusLabel (text), AXChildren (list)
 #pragma once
 
 #include "Platform/Applications.h"
@@ -64,4 +63,4 @@ public:
     virtual std::optional<std::uint64_t> revision(Pid pid) = 0;
 };
 
-} // namespace korvane::platform
+}  // namespace korvane::platform

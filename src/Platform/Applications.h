@@ -73,4 +73,4 @@ public:
     [[nodiscard]] virtual Subscription observe(SessionEvent event, std::function<void()> callback) = 0;
 };
 
-} // namespace korvane::platform
+}  // namespace korvane::platform

@@ -44,4 +44,4 @@ public:
     virtual void synchronize() = 0;
 };
 
-} // namespace korvane::platform
+}  // namespace korvane::platform

@@ -19,4 +19,4 @@ public:
     virtual int runModal(const Alert &alert, double horizontalCenterFraction) = 0;
 };
 
-} // namespace korvane::platform
+}  // namespace korvane::platform

@@ -29,4 +29,4 @@ struct Rect {
     }
 };
 
-} // namespace korvane::platform
+}  // namespace korvane::platform

@@ -32,4 +32,4 @@ public:
     virtual std::optional<std::string> enable() = 0;
 };
 
-} // namespace korvane::platform
+}  // namespace korvane::platform

@@ -16,4 +16,4 @@ public:
     virtual ImagePtr symbol(std::string_view name) = 0;
 };
 
-} // namespace korvane::platform
+}  // namespace korvane::platform

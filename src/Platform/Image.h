@@ -14,4 +14,4 @@ struct Image {
 
 using ImagePtr = std::shared_ptr<const Image>;
 
-} // namespace korvane::platform
+}  // namespace korvane::platform

@@ -19,4 +19,4 @@ public:
     virtual bool openUrl(std::string_view url) = 0;
 };
 
-} // namespace korvane::platform
+}  // namespace korvane::platform

@@ -18,8 +18,8 @@ public:
     virtual Seconds monotonicNow() const = 0;
     // Since 1970, for the clock on the bar.
     virtual Seconds wallNow() const = 0;
-    // Calls at every multiple of the interval until destroyed, also while a menu, a drag or an alert runs. The tolerance
-    // lets the system put wake-ups together.
+    // Calls at every multiple of the interval until destroyed, also while a menu, a drag or an alert runs. The
+    // tolerance lets the system put wake-ups together.
     [[nodiscard]] virtual Subscription repeat(Seconds interval, Seconds tolerance, std::function<void()> callback) = 0;
     // Calls once after the delay; destroying the subscription cancels it.
     [[nodiscard]] virtual Subscription after(Seconds delay, std::function<void()> callback) = 0;
@@ -29,4 +29,4 @@ public:
     virtual void terminate() = 0;
 };
 
-} // namespace korvane::platform
+}  // namespace korvane::platform

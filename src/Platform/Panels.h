@@ -29,4 +29,4 @@ public:
     virtual bool translucencyAvailable() = 0;
 };
 
-} // namespace korvane::platform
+}  // namespace korvane::platform

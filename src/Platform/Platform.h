@@ -33,4 +33,4 @@ struct Platform {
     Dialogs &dialogs;
 };
 
-} // namespace korvane::platform
+}  // namespace korvane::platform

@@ -39,4 +39,4 @@ public:
     virtual void warp(Point display) = 0;
 };
 
-} // namespace korvane::platform
+}  // namespace korvane::platform

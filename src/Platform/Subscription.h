@@ -18,4 +18,4 @@ public:
 
 using Subscription = std::unique_ptr<SubscriptionBase>;
 
-} // namespace korvane::platform
+}  // namespace korvane::platform

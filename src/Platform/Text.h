@@ -19,4 +19,4 @@ public:
     virtual std::string firstCharacter(std::string_view text) = 0;
 };
 
-} // namespace korvane::platform
+}  // namespace korvane::platform

@@ -21,4 +21,4 @@ public:
     virtual std::optional<std::vector<OnScreenWindow>> onScreen() = 0;
 };
 
-} // namespace korvane::platform
+}  // namespace korvane::platform

@@ -39,4 +39,4 @@ public:
 // A picture for an icon's name or path, at 64 pixels; null when there is none.
 using IconLoader = std::function<ImagePtr(std::string_view iconName)>;
 
-} // namespace korvane::platform
+}  // namespace korvane::platform

@@ -1,0 +1,172 @@
+// Starting and stopping, the timers, and when a refresh runs.
+#include "Models/AppModel.h"
+
+#include <algorithm>
+#include <array>
+
+namespace korvane {
+
+using platform::ApplicationEvent;
+using platform::Seconds;
+using platform::SessionEvent;
+using V = SettingsValues;
+
+namespace {
+
+constexpr Seconds permissionPoll{2.0};
+// The system needs a moment after login, and after the permission, before its window lists are whole.
+constexpr Seconds firstListDelay{0.5};
+constexpr Seconds followUpDelay{0.15};
+
+struct InactiveReason {
+    SessionEvent event;
+    const char *reason;
+    bool active;
+};
+constexpr std::array inactiveReasons{
+    InactiveReason{SessionEvent::screensSlept, "display", true},
+    InactiveReason{SessionEvent::screensWoke, "display", false},
+    InactiveReason{SessionEvent::sessionResigned, "session", true},
+    InactiveReason{SessionEvent::sessionActive, "session", false},
+    InactiveReason{SessionEvent::screensaverStarted, "screensaver", true},
+    InactiveReason{SessionEvent::screensaverStopped, "screensaver", false},
+};
+
+}  // namespace
+
+void AppModel::start()
+{
+    regroupTaskbarForCurrentSettings();
+    requestAccessibilityPermission();
+    observers.clear();
+    for (const auto event : {ApplicationEvent::launched, ApplicationEvent::terminated, ApplicationEvent::activated,
+                             ApplicationEvent::hidden, ApplicationEvent::unhidden})
+        observers.push_back(platform.applications.observe(event, [this] { workspaceNotification(); }));
+    for (const auto &[event, reason, active] : inactiveReasons)
+        observers.push_back(platform.applications.observe(
+            event, [this, name = std::string(reason), active = active] { setInactiveReason(name, active); }));
+    configureRefreshTimer();
+    clearTasks();
+    initialWindowListReady = false;
+    delayed.cancel(startupRefreshTask);
+    startupRefreshTask = delayed.schedule(Seconds(0), [this] { startupRound(); });
+}
+
+// The bar shows nothing rather than a wrong list until the permission is there.
+void AppModel::startupRound()
+{
+    setTrusted(platform.accessibility.trusted());
+    if (!trusted) {
+        clearTasks();
+        startupRefreshTask = delayed.schedule(permissionPoll, [this] { startupRound(); });
+        return;
+    }
+    startupRefreshTask = delayed.schedule(firstListDelay, [this] {
+        initialWindowListReady = true;
+        refresh(true, false);
+    });
+}
+
+void AppModel::stop()
+{
+    observers.clear();
+    refreshTimer.reset();
+    delayed.cancel(delayedRefreshTask);
+    delayed.cancel(startupRefreshTask);
+}
+
+void AppModel::configureRefreshTimer()
+{
+    refreshTimerInterval = static_cast<double>(std::clamp<std::int64_t>(settings().taskbarRefreshSeconds, 1, 2));
+    refreshTimer.reset();
+    refreshTimer = platform.loop.repeat(Seconds(refreshTimerInterval), Seconds(refreshTimerInterval * 0.1),
+                                        [this] { refreshTimerTick(); });
+}
+
+void AppModel::refreshTimerTick()
+{
+    if (isPaused() || taskbarIsHidden || !initialWindowListReady)
+        return;
+    refresh(false, true);
+}
+
+void AppModel::workspaceNotification()
+{
+    if (taskbarIsHidden || isPaused()) {
+        deferredWorkspaceRefresh = true;
+        return;
+    }
+    refresh();
+}
+
+void AppModel::setInactiveReason(const std::string &reason, bool active)
+{
+    const bool wasInactive = systemIsInactive();
+    if (active)
+        inactive.insert(reason);
+    else
+        inactive.erase(reason);
+    if (wasInactive != systemIsInactive())
+        publish("systemIsInactive");
+    if (!wasInactive || systemIsInactive())
+        return;
+    setTrusted(platform.accessibility.trusted());
+    deferredWorkspaceRefresh = false;
+    refresh(true, false);
+}
+
+void AppModel::setTaskbarHidden(bool hidden)
+{
+    if (taskbarIsHidden == hidden)
+        return;
+    taskbarIsHidden = hidden;
+    if (hidden)
+        return;
+    setTrusted(platform.accessibility.trusted());
+    refresh(true, false);
+    deferredWorkspaceRefresh = false;
+}
+
+void AppModel::refreshForStartMenuShow()
+{
+    taskbarIsHidden = false;
+    setTrusted(platform.accessibility.trusted());
+    refresh(true, false);
+}
+
+void AppModel::refreshAfterWindowStateChange(bool immediate)
+{
+    if (immediate)
+        refresh();
+    if (settings().expertCoalesceActionRefreshes)
+        delayed.cancel(delayedRefreshTask);
+    delayedRefreshTask = delayed.schedule(followUpDelay, [this] { refresh(); });
+}
+
+void AppModel::beginTaskResize()
+{
+    if (taskResizeSuspended)
+        return;
+    taskResizeSuspended = true;
+    refreshTimer.reset();
+    if (taskResizePauseHandler)
+        taskResizePauseHandler(true);
+}
+
+void AppModel::endTaskResize()
+{
+    if (!taskResizeSuspended)
+        return;
+    taskResizeSuspended = false;
+    if (taskResizePauseHandler)
+        taskResizePauseHandler(false);
+    configureRefreshTimer();
+    refresh();
+}
+
+void AppModel::requestAccessibilityPermission()
+{
+    setTrusted(platform.accessibility.trustedPrompting());
+}
+
+}  // namespace korvane

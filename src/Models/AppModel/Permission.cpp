@@ -1,0 +1,46 @@
+// The way to the system's permission page and the two ways of clearing the grant.
+#include "Models/AppModel.h"
+
+namespace korvane {
+namespace {
+
+constexpr const char *settingsPage = "x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility";
+// Always this identifier, whatever the running copy is called.
+constexpr const char *fixedIdentifier = "com.example.Korvane";
+constexpr int firstButton = 1000;
+
+}  // namespace
+
+void AppModel::openAccessibilitySettings()
+{
+    platform.launching.openUrl(settingsPage);
+}
+
+void AppModel::resetAccessibilityPermission()
+{
+    const platform::Alert question{
+        "Reset Accessibility Permission?",
+        "This removes Korvane’s existing macOS Accessibility permission. Korvane will quit, and permission must be "
+        "approved again after restarting it. Continue?",
+        {"Continue", "Cancel"}};
+    if (platform.dialogs.runModal(question, 0.5) != firstButton)
+        return;
+    const auto result = platform.accessibility.resetGrant(fixedIdentifier);
+    if (!result.launched || result.status != 0) {
+        const std::string reason = result.launched ? "macOS did not reset the Accessibility permission." : result.error;
+        platform.dialogs.runModal({"Accessibility Reset Failed", reason, {"OK"}}, 0.5);
+        return;
+    }
+    openAccessibilitySettings();
+    delayed.schedule(platform::Seconds(0.35), [this] { platform.loop.terminate(); });
+}
+
+void AppModel::clearAccessibilityPermissionForUninstall()
+{
+    const auto bundle = platform.applications.find(platform.applications.self());
+    platform.accessibility.resetGrant(bundle && bundle->bundleIdentifier ? *bundle->bundleIdentifier
+                                                                         : std::string(fixedIdentifier));
+    setTrusted(false);
+}
+
+}  // namespace korvane

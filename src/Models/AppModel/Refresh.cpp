@@ -1,0 +1,286 @@
+// One refresh: from the desktop to the published list.
+#include "Models/AppModel.h"
+
+#include "Models/Assert.h"
+
+#include <algorithm>
+#include <limits>
+#include <unordered_set>
+
+namespace korvane {
+
+using V = SettingsValues;
+
+void AppModel::refresh(bool forceBadgeScan, bool skipUnchangedDownstream)
+{
+    if (taskResizeSuspended)
+        return;
+    if (!initialWindowListReady) {
+        clearTasks();
+        return;
+    }
+    refreshing = true;
+    ++refreshCount;
+    const bool listWasCompared = !listChangedOutside;
+
+    Reading reading;
+    reading.applications = readApplications();
+    const bool scanned = scanBadges(forceBadgeScan);
+    if (scanned && settings().showAttentionApps)
+        reading.attention.emplace();
+    if (trusted)
+        readAccessibleWindows(reading);
+    else
+        readVisibleWindows(reading);
+
+    // The same windows as the last time: the memory has followed them and the published list has been compared.
+    const bool unchanged = reading.unchanged && listWasCompared;
+    if (!unchanged) {
+        const auto changes = memory.updatePreviousWindows(reading.windows);
+        if (changes.activeStrip)
+            publish("activeBlueStripWindowID");
+        if (changes.previousWindows)
+            publish("previousWindowIDsByApplication");
+    }
+    publishAttention(std::move(reading.attention));
+    if (skipUnchangedDownstream && settings().expertSkipUnchangedRefreshes && hasCompletedInitialRefresh
+        && (unchanged || equalsPublished(reading.windows))) {
+        listChangedOutside = !trusted;
+        refreshing = false;
+        return;
+    }
+
+    placeNewWindows(reading.windows);
+    const OrderIndex order(settings().taskOrder);
+    TaskOrder::sort(reading.windows, order, [this](const RunningAppItem &item) {
+        const std::size_t place = taskPlaces.orderedIndex(item.id);
+        return place < tasks.size() ? place : std::numeric_limits<std::size_t>::max();
+    });
+    const auto equal = [](const RunningAppItem &left, const RunningAppItem *right) { return left == *right; };
+    if (!settings().expertSkipUnchangedRefreshes
+        || !std::equal(tasks.begin(), tasks.end(), reading.windows.begin(), reading.windows.end(), equal)) {
+        std::vector<RunningAppItem> sorted;
+        sorted.reserve(reading.windows.size());
+        for (const RunningAppItem *item : reading.windows)
+            sorted.push_back(*item);
+        setTasks(std::move(sorted));
+    }
+    pruneColors(tasks);
+    hasCompletedInitialRefresh = true;
+    listChangedOutside = !trusted;
+    refreshing = false;
+}
+
+ApplicationList AppModel::readApplications()
+{
+    ApplicationList applications;
+    const Pid self = platform.applications.self();
+    for (const platform::Application &application : platform.applications.running()) {
+        if (application.policy != platform::ActivationPolicy::regular || application.pid == self
+            || application.terminated)
+            continue;
+        applications.push_back(&application);
+        knownApplications[application.pid].seenIn = refreshCount;
+    }
+    if (knownApplications.size() != applications.size())
+        std::erase_if(knownApplications, [this](const auto &known) { return known.second.seenIn != refreshCount; });
+    return applications;
+}
+
+bool AppModel::scanBadges(bool forceBadgeScan)
+{
+    const bool wantsBadges = (settings().notificationBadgeStyle != "none" || settings().showAttentionApps) && trusted;
+    if (!wantsBadges) {
+        cachedBadgedApps.clear();
+        if (!attention.empty()) {
+            attention.clear();
+            publish("attentionApps");
+        }
+        return false;
+    }
+    const auto now = platform.loop.monotonicNow();
+    const bool due = !settings().expertCacheNotificationBadges || forceBadgeScan || !lastBadgeScan
+                     || now - *lastBadgeScan >= platform::Seconds(std::max(1.0, settings().expertBadgeScanSeconds));
+    if (!due)
+        return false;
+    cachedBadgedApps = DockBadges::dockBadgedAppNames(platform);
+    lastBadgeScan = now;
+    return true;
+}
+
+void AppModel::readAccessibleWindows(Reading &reading)
+{
+    static const std::string unnamed = "Application";
+    std::size_t total = 0;
+    for (const platform::Application *application : reading.applications) {
+        KnownApplication &known = knownApplications.at(application->pid);
+        const std::string &appName = application->localizedName ? *application->localizedName : unnamed;
+        const bool hasBadge = !cachedBadgedApps.empty() && cachedBadgedApps.contains(appName);
+        const auto revision = platform.accessibility.revision(application->pid);
+        if (!revision || known.revision != revision || known.active != application->active || known.hasBadge != hasBadge
+            || !known.metadata || !known.filtered) {
+            reading.unchanged = false;
+            known.items = discovery.accessibleWindowItems(*application, appMetadata(*application), hasBadge);
+            known.revision = revision;
+            known.active = application->active;
+            known.hasBadge = hasBadge;
+            known.blacklisted.clear();
+            for (const RunningAppItem &item : known.items)
+                known.blacklisted.push_back(isBlacklisted(item.name));
+            known.filtered = true;
+        }
+        seedDefaultColors(*application, known.items);
+        total += known.items.size();
+        if (hasBadge && reading.attention) {
+            const AppMetadata &metadata = appMetadata(*application);
+            reading.attention->push_back(
+                {identifiers::applicationMemoryKey(application->bundleIdentifier, application->pid), application->pid,
+                 metadata.name, metadata.icon, metadata.bundleIdentifier});
+        }
+    }
+    reading.windows.reserve(total);
+    for (const platform::Application *application : reading.applications) {
+        const KnownApplication &known = knownApplications.at(application->pid);
+        for (std::size_t i = 0; i < known.items.size(); ++i)
+            if (!known.blacklisted[i])
+                reading.windows.push_back(&known.items[i]);
+    }
+    // An application that came or went changes the list though no other one did.
+    reading.unchanged = reading.unchanged && reading.windows.size() == tasks.size();
+}
+
+void AppModel::readVisibleWindows(Reading &reading)
+{
+    reading.unchanged = false;
+    reading.onScreenItems = discovery.visibleWindowItems(
+        reading.applications, cachedBadgedApps,
+        [this](const platform::Application &application) -> const AppMetadata & { return appMetadata(application); });
+    for (const RunningAppItem &item : reading.onScreenItems)
+        if (!isBlacklisted(item.name))
+            reading.windows.push_back(&item);
+}
+
+// A new window takes its application's default colour once; a colour set later stays.
+void AppModel::seedDefaultColors(const platform::Application &application, const std::vector<RunningAppItem> &items)
+{
+    if (!application.bundleIdentifier || settings().defaultAppColors.empty())
+        return;
+    const auto color = settings().defaultAppColors.find(*application.bundleIdentifier);
+    if (color == settings().defaultAppColors.end())
+        return;
+    bool seeded = false;
+    for (const RunningAppItem &item : items)
+        if (!taskPlaces.contains(item.id))
+            seeded = liveColors.try_emplace(item.id, color->second).second || seeded;
+    if (seeded)
+        publish("liveTabColors");
+}
+
+void AppModel::publishAttention(std::optional<std::vector<AttentionAppItem>> list)
+{
+    const auto sameIDs = [](const AttentionAppItem &left, const AttentionAppItem &right) {
+        return left.id == right.id;
+    };
+    if (list) {
+        if (std::equal(list->begin(), list->end(), attention.begin(), attention.end(), sameIDs))
+            return;
+        attention = std::move(*list);
+        publish("attentionApps");
+    } else if (!settings().showAttentionApps && !attention.empty()) {
+        attention.clear();
+        publish("attentionApps");
+    }
+}
+
+// Whether the windows are those of the published list, in whatever order.
+bool AppModel::equalsPublished(const ItemList &windows) const
+{
+    KORVANE_ASSERT(!taskPlaces.hasDuplicates(), "two tasks of the list have one identifier");
+    if (windows.size() != tasks.size())
+        return false;
+    return std::all_of(windows.begin(), windows.end(), [this](const RunningAppItem *item) {
+        const RunningAppItem *task = taskWithID(item->id);
+        return task && *task == *item;
+    });
+}
+
+void AppModel::placeNewWindows(const ItemList &windows)
+{
+    if (!hasCompletedInitialRefresh)
+        return;
+    std::vector<std::string> newIDs;
+    for (const RunningAppItem *item : windows)
+        if (!taskPlaces.contains(item->id))
+            newIDs.push_back(item->id);
+    if (newIDs.empty())
+        return;
+    RecentWindows::recordNew(store.edit().recentWindowIDs, newIDs);
+    publish("recentWindowIDs");
+    store.save(&V::recentWindowIDs);
+    if (settings().newWindowsGo == "first") {
+        for (const RunningAppItem &task : tasks)
+            newIDs.push_back(task.id);
+        saveTaskOrder(std::move(newIDs));
+    }
+}
+
+void AppModel::pruneColors(const std::vector<RunningAppItem> &sorted)
+{
+    if (liveColors.empty() && manualColorIDs.empty())
+        return;
+    std::unordered_set<std::string> valid;
+    for (const RunningAppItem &item : sorted) {
+        valid.insert(item.id);
+        valid.insert(identifiers::automaticGroup(item.processIdentifier));
+        const auto member = settings().customGroupMembers.find(item.id);
+        if (member != settings().customGroupMembers.end())
+            valid.insert(identifiers::customGroup(member->second));
+    }
+    const auto removed = std::erase_if(liveColors, [&](const auto &color) { return !valid.contains(color.first); });
+    std::erase_if(manualColorIDs, [&](const std::string &id) { return !valid.contains(id); });
+    if (removed > 0)
+        publish("liveTabColors");
+}
+
+const AppMetadata &AppModel::appMetadata(const platform::Application &application)
+{
+    KnownApplication &known = knownApplications[application.pid];
+    if (!known.metadata) {
+        auto icon = platform.applications.icon(application.pid);
+        if (!icon)
+            icon = platform.icons.symbol("app");
+        KORVANE_ASSERT(icon, "the symbol \"app\" is missing");
+        known.metadata = AppMetadata{application.localizedName.value_or("Application"), application.bundleIdentifier,
+                                     std::move(icon)};
+    }
+    return *known.metadata;
+}
+
+bool AppModel::isBlacklisted(std::string_view name) const
+{
+    return nameFilter.matches(settings().blacklist, name);
+}
+
+void AppModel::addToBlacklist(std::string_view name)
+{
+    if (nameFilter.add(store.edit().blacklist, name))
+        saveBlacklist();
+}
+
+void AppModel::removeFromBlacklist(std::string_view name)
+{
+    nameFilter.remove(store.edit().blacklist, name);
+    saveBlacklist();
+}
+
+void AppModel::saveBlacklist()
+{
+    nameFilter.sort(store.edit().blacklist);
+    store.save(&V::blacklist);
+    for (auto &[pid, known] : knownApplications)
+        known.filtered = false;
+    publish("blacklist");
+    refresh();
+}
+
+}  // namespace korvane

@@ -1,0 +1,87 @@
+// Saving the settings in their groups, and taking everything back to the defaults.
+#include "Models/AppModel.h"
+
+namespace korvane {
+
+using V = SettingsValues;
+
+void AppModel::settingChanged(const Setting &setting)
+{
+    if (setting.member == SettingMember(&V::taskbarRefreshSeconds)) {
+        // Only a running timer is made anew: a change during a task resize must not start it early.
+        if (refreshTimer)
+            configureRefreshTimer();
+    }
+    if (setting.group == SettingGroup::quicklyLaunch && setting.savesOnChange)
+        announceChange();
+    else
+        publish(setting.property);
+}
+
+void AppModel::saveQuicklyLaunchSettings()
+{
+    store.save(SettingGroup::quicklyLaunch);
+    announceChange();
+}
+
+void AppModel::saveAppearanceSettings()
+{
+    store.save(SettingGroup::appearance);
+}
+
+void AppModel::saveCustomGroups()
+{
+    store.save(SettingGroup::customGroups);
+    announceChange();
+}
+
+void AppModel::saveStartFavorites()
+{
+    store.save(&V::startFavorites);
+}
+
+void AppModel::saveTaskOrder(std::vector<std::string> order)
+{
+    store.edit().taskOrder = std::move(order);
+    publish("taskOrder");
+    store.save(&V::taskOrder);
+}
+
+void AppModel::resetWindowStripColors()
+{
+    const V defaults;
+    set(&V::activeWindowStripColor, defaults.activeWindowStripColor);
+    set(&V::lastWindowStripColor, defaults.lastWindowStripColor);
+}
+
+void AppModel::restoreDefaults()
+{
+    const V defaults;
+    const auto restoreGroup = [&](SettingGroup group) {
+        for (const Setting &setting : settingsTable())
+            if (setting.group == group)
+                std::visit([&](auto member) { store.assign(member, defaults.*member); }, setting.member);
+    };
+    restoreGroup(SettingGroup::appearance);
+    // Not the first run's letter: whoever restores sees that it is theirs to choose.
+    set(&V::customStartIcon, "K");
+
+    liveColors.clear();
+    manualColorIDs.clear();
+    store.forgetDefaultColors();
+
+    restoreGroup(SettingGroup::quicklyLaunch);
+    store.edit().blacklist = defaults.blacklist;
+    listChangedOutside = true;
+    store.edit().startFavorites = defaults.startFavorites;
+    saveStartFavorites();
+    restoreGroup(SettingGroup::customGroups);
+
+    saveCustomGroups();
+    saveAppearanceSettings();
+    saveQuicklyLaunchSettings();
+    saveBlacklist();
+    refresh();
+}
+
+}  // namespace korvane

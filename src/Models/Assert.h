@@ -1,0 +1,13 @@
+// A broken promise between our own functions ends the program with one line; the outside world never does.
+#pragma once
+
+#include <cstdio>
+#include <cstdlib>
+
+#define KORVANE_ASSERT(condition, message)                                                                             \
+    do {                                                                                                               \
+        if (!(condition)) {                                                                                            \
+            std::fprintf(stderr, "korvane: %s (%s:%d)\n", message, __FILE__, __LINE__);                                \
+            std::abort();                                                                                              \
+        }                                                                                                              \
+    } while (false)

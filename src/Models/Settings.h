@@ -1,0 +1,57 @@
+// The settings in memory and their way to and from the defaults database.
+#pragma once
+
+#include "Models/SettingsTable.h"
+#include "Models/Signal.h"
+
+#include <string_view>
+
+namespace korvane {
+
+class Settings {
+public:
+    // Reads every key once, with the migrations of older versions' keys. Nothing is clamped: a limit is enforced where
+    // the value is used. Seeds the default colours on the first run of an installation.
+    explicit Settings(platform::Defaults &defaults);
+
+    const SettingsValues &values() const { return current; }
+    // For the operations that change a list and save it themselves.
+    SettingsValues &edit() { return current; }
+
+    // Stores the value and, for a plain one, writes its whole group. An equal value is no change and does nothing.
+    template <typename T> void assign(T SettingsValues::*member, T value)
+    {
+        if (current.*member == value)
+            return;
+        current.*member = std::move(value);
+        assigned(*settingOf(member));
+    }
+
+    // Writes every key of the group, in the order of the table.
+    void save(SettingGroup group);
+    // Writes the one key.
+    template <typename T> void save(T SettingsValues::*member) { write(*settingOf(member)); }
+
+    // Takes every stored default colour back, for good: the first-run colours do not return.
+    void forgetDefaultColors();
+
+    // A value was stored by assign(), before its group is saved.
+    Signal<const Setting &> changed;
+
+private:
+    void load();
+    void loadMigrated();
+    void write(const Setting &setting);
+    void assigned(const Setting &setting);
+
+    template <typename T> static const Setting *settingOf(T SettingsValues::*member)
+    {
+        return settingOfMember(SettingMember(member));
+    }
+    static const Setting *settingOfMember(const SettingMember &member);
+
+    platform::Defaults &defaults;
+    SettingsValues current;
+};
+
+}  // namespace korvane

@@ -1,0 +1,72 @@
+// Given a screen's width, the room that fixed controls take and the width each task would like: how many tasks stay on
+// the main row, what each gets, and how the rest stack up as overflow rows. Pure, and the same to the last bit for the
+// same input: the sums are taken in one fixed order. Lengths are points.
+#pragma once
+
+#include <span>
+#include <vector>
+
+namespace korvane {
+
+struct OverflowRow {
+    int id = 0;            // 1 for the row nearest the bar
+    int lower = 0;         // index in the task list of the row's first task
+    int count = 0;         // tasks on the row
+    bool reversed = true;  // laid out right to left, the first task at the right end
+    double leading = 0;    // x of the row's left edge on the screen
+    std::vector<double> widths;
+    double height = 0;
+    double bufferWidth = 0;  // of the buffer tab at the row's right end
+    friend bool operator==(const OverflowRow &, const OverflowRow &) = default;
+};
+
+struct TaskLayout {
+    std::vector<double> widths;             // of every task, main row first
+    int mainCount = 0;                      // leading tasks on the main row
+    std::vector<OverflowRow> overflowRows;  // nearest the bar first
+    friend bool operator==(const TaskLayout &, const TaskLayout &) = default;
+};
+
+struct MainRow {
+    int count = 0;
+    std::vector<double> widths;
+    friend bool operator==(const MainRow &, const MainRow &) = default;
+};
+
+namespace TaskLayoutEngine {
+
+inline constexpr double itemSpacing = 4;
+inline constexpr double minimumTabWidth = 64;
+inline constexpr double firstRowBufferWidth = 96;
+inline constexpr double bufferReductionPerRow = 32;
+inline constexpr double endCapWidth = 28;
+inline constexpr double firstRowLimit = 400;  // keeps the area above the start button and the launchers clear
+inline constexpr double firstRowHeight = 34;
+inline constexpr double rowHeightReduction = 2;
+inline constexpr double minimumRowHeight = 28;
+
+// Height of the overflow row with that zero-based number.
+double rowHeight(int rowNumber);
+
+using Widths = std::span<const double>;
+// A null pointer stands for 64 for every task. Shorter than the tasks is a programming error that ends the process.
+using MinimumWidths = const std::vector<double> *;
+
+// How many leading widths fit side by side. The first always fits, and less room than 64 counts as 64.
+int packedCount(Widths widths, double available);
+// The same, when one task more may be taken in by squeezing the row.
+int mainCapacity(Widths widths, double available);
+// The main row's tasks and their widths. Without packing, exactly one task more is taken in if at most half of it
+// sticks out and the row can give that much; with packing every task is reckoned at its minimum.
+MainRow compressedMainRow(Widths widths, double available, MinimumWidths minimumWidths = nullptr,
+                          bool packToMinimums = false);
+TaskLayout makeLayout(double screenWidth, double quicklyLaunchRightEdge, double mainTrailingControlsWidth,
+                      Widths widths, MinimumWidths minimumWidths, bool packMainRowToMinimums = false);
+// The caller has fixed which tasks belong to the main row: none of the others is pulled onto it, however much room
+// there is. Main tasks that do not fit come first on the overflow rows.
+TaskLayout makeLockedLayout(double screenWidth, double quicklyLaunchRightEdge, double mainTrailingControlsWidth,
+                            Widths mainWidths, Widths overflowWidths, MinimumWidths mainMinimumWidths,
+                            bool packMainRowToMinimums = false);
+
+}  // namespace TaskLayoutEngine
+}  // namespace korvane
