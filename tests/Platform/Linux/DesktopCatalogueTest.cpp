@@ -11,6 +11,12 @@
 namespace korvane::platform {
 namespace {
 
+// What a window tells; it stays silent about the rest.
+struct Tells {
+    std::string className = {}, instanceName = {}, executablePath = {}, gtkApplicationId = {};
+    operator WindowOrigin() const { return {gtkApplicationId, instanceName, className, executablePath}; }
+};
+
 // The identifier of the application that such a window belongs to; "none" if there is none.
 std::string match(const WindowOrigin &origin)
 {
@@ -40,54 +46,54 @@ bool turnGlibUntil(const std::function<bool()> &condition)
 
 TEST(DesktopCatalogue, TheToolkitsApplicationIdentifierIsTheSurestSign)
 {
-    EXPECT_EQ(match({.gtkApplicationId = "org.example.OtherText", .className = "Viewer-Class"}),
+    EXPECT_EQ(match(Tells{.className = "Viewer-Class", .gtkApplicationId = "org.example.OtherText"}),
               "org.example.OtherText");
 }
 
 TEST(DesktopCatalogue, AnEntryMayNameTheClassOfItsWindows)
 {
-    EXPECT_EQ(match({.instanceName = "navigator", .className = "viewer-class"}), "com.apple.Safari");
-    EXPECT_EQ(match({.instanceName = "Viewer-Class", .className = "Whatever"}), "com.apple.Safari");
+    EXPECT_EQ(match(Tells{.className = "viewer-class", .instanceName = "navigator"}), "com.apple.Safari");
+    EXPECT_EQ(match(Tells{.className = "Whatever", .instanceName = "Viewer-Class"}), "com.apple.Safari");
 }
 
 TEST(DesktopCatalogue, TheClassIsComparedWithTheIdentifierAndItsLastPartWithoutRegardToCase)
 {
-    EXPECT_EQ(match({.className = "ORG.EXAMPLE.othertext"}), "org.example.OtherText");
-    EXPECT_EQ(match({.className = "Othertext"}), "org.example.OtherText");
-    EXPECT_EQ(match({.instanceName = "othertext", .className = "Unheard"}), "org.example.OtherText");
+    EXPECT_EQ(match(Tells{.className = "ORG.EXAMPLE.othertext"}), "org.example.OtherText");
+    EXPECT_EQ(match(Tells{.className = "Othertext"}), "org.example.OtherText");
+    EXPECT_EQ(match(Tells{.className = "Unheard", .instanceName = "othertext"}), "org.example.OtherText");
 }
 
 TEST(DesktopCatalogue, TheExecutableIsTheLastResort)
 {
-    EXPECT_EQ(match({.className = "Unheard", .executablePath = "/usr/bin/adder"}), "com.apple.calculator");
-    EXPECT_EQ(match({.executablePath = (sampleRoot() / "bin/quiet-term").string()}), "com.apple.Terminal");
+    EXPECT_EQ(match(Tells{.className = "Unheard", .executablePath = "/usr/bin/adder"}), "com.apple.calculator");
+    EXPECT_EQ(match(Tells{.executablePath = (sampleRoot() / "bin/quiet-term").string()}), "com.apple.Terminal");
 }
 
 TEST(DesktopCatalogue, OfSeveralEntriesOfOneProgramTheOneInTheMenusWins)
 {
-    EXPECT_EQ(match({.executablePath = "/usr/lib/sheets"}), "sheets-calc");
-    EXPECT_EQ(match({.className = "sheets-startcenter"}), "sheets-startcenter");
+    EXPECT_EQ(match(Tells{.executablePath = "/usr/lib/sheets"}), "sheets-calc");
+    EXPECT_EQ(match(Tells{.className = "sheets-startcenter"}), "sheets-startcenter");
 }
 
 TEST(DesktopCatalogue, AnInterpreterIsNotTheApplicationItRuns)
 {
-    EXPECT_EQ(match({.className = "Unheard", .executablePath = "/usr/bin/python3"}), "none");
-    EXPECT_EQ(match({.className = "Unheard", .executablePath = "/usr/bin/python3.11"}), "none");
-    EXPECT_EQ(match({.className = "snake", .executablePath = "/usr/bin/python3.11"}), "snake");
+    EXPECT_EQ(match(Tells{.className = "Unheard", .executablePath = "/usr/bin/python3"}), "none");
+    EXPECT_EQ(match(Tells{.className = "Unheard", .executablePath = "/usr/bin/python3.11"}), "none");
+    EXPECT_EQ(match(Tells{.className = "snake", .executablePath = "/usr/bin/python3.11"}), "snake");
 }
 
 TEST(DesktopCatalogue, AWindowThatTellsNothingMatchesNothing)
 {
-    EXPECT_EQ(match({}), "none");
-    EXPECT_EQ(match({.className = "Unheard", .executablePath = "/usr/bin/unheard"}), "none");
-    EXPECT_EQ(match({.className = "org.example.Hidden"}), "none");
-    EXPECT_EQ(match({.className = std::string(100000, '.'), .executablePath = "////"}), "none");
+    EXPECT_EQ(match(WindowOrigin()), "none");
+    EXPECT_EQ(match(Tells{.className = "Unheard", .executablePath = "/usr/bin/unheard"}), "none");
+    EXPECT_EQ(match(Tells{.className = "org.example.Hidden"}), "none");
+    EXPECT_EQ(match(Tells{.className = std::string(100000, '.'), .executablePath = "////"}), "none");
 }
 
 TEST(DesktopCatalogue, AnIdentityCarriesWhatTheBarShows)
 {
     DesktopCatalogue catalogue;
-    const auto identity = catalogue.match({.className = "scribble"});
+    const auto identity = catalogue.match(Tells{.className = "scribble"});
     ASSERT_TRUE(identity);
     EXPECT_EQ(identity->name, "Scribble");
     EXPECT_EQ(identity->iconName, "scribble");
@@ -138,15 +144,15 @@ TEST(DesktopCatalogue, AnEntryOutsideOfTheFoldersIsReadByItself)
 TEST(DesktopCatalogue, AnInstallationChangesTheRevisionAndIsFound)
 {
     DesktopCatalogue catalogue;
-    EXPECT_FALSE(catalogue.match({.className = "newcomer"}));
+    EXPECT_FALSE(catalogue.match(Tells{.className = "newcomer"}));
     const unsigned before = catalogue.revision();
     writeFile(sampleEntry("newcomer"), "[Desktop Entry]\nType=Application\nName=Newcomer\nExec=adder\n");
     EXPECT_TRUE(turnGlibUntil([&] { return catalogue.revision() != before; }));
-    ASSERT_TRUE(catalogue.match({.className = "newcomer"}));
+    ASSERT_TRUE(catalogue.match(Tells{.className = "newcomer"}));
     const unsigned second = catalogue.revision();
     std::filesystem::remove(sampleEntry("newcomer"));
     EXPECT_TRUE(turnGlibUntil([&] { return catalogue.revision() != second; }));
-    EXPECT_FALSE(catalogue.match({.className = "newcomer"}));
+    EXPECT_FALSE(catalogue.match(Tells{.className = "newcomer"}));
 }
 
 TEST(DesktopCatalogue, AnotherDefaultChangesTheRevisionAndTheRole)
