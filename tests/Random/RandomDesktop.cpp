@@ -46,8 +46,12 @@ void RandomDesktop::play(const Operation &operation)
 
 std::optional<Pid> RandomDesktop::application(std::uint8_t number)
 {
-    const auto *found = pick(desktop.applications.running(), number);
-    return found ? std::optional(found->pid) : std::nullopt;
+    std::vector<Pid> regular;
+    for (const auto &running : desktop.applications.running())
+        if (running.policy == platform::ActivationPolicy::regular)
+            regular.push_back(running.pid);
+    const auto *found = pick(regular, number);
+    return found ? std::optional(*found) : std::nullopt;
 }
 
 std::optional<std::uint64_t> RandomDesktop::windowOf(Pid pid, std::uint8_t number) const
@@ -247,7 +251,8 @@ std::optional<std::string> RandomDesktop::tasksAreTheWindows()
     std::set<std::string> expected;
     for (const auto &running : desktop.applications.running()) {
         const auto *process = desktop.applications.process(running.pid);
-        if (!process->windows || process->readStatus != platform::AxStatus::success)
+        if (running.policy != platform::ActivationPolicy::regular || !process->windows
+            || process->readStatus != platform::AxStatus::success)
             continue;
         for (const auto &node : *process->windows)
             if (!model->isBlacklisted(node->window.title.value_or(running.localizedName.value_or("Application"))))

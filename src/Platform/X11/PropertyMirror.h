@@ -1,0 +1,102 @@
+// Every window of the desktop as it is known here, kept current by what the server reports, so that nobody who reads
+// has to ask the server. A change costs one round trip for all that was reported since the loop last waited.
+#pragma once
+
+#include "Platform/X11/ClientPids.h"
+#include "Platform/X11/Connection.h"
+#include "Platform/X11/PropertyReader.h"
+#include "Platform/X11/WindowRecord.h"
+
+#include <functional>
+#include <unordered_map>
+#include <vector>
+
+namespace korvane::platform::x11 {
+
+// What a round of reading has found different.
+struct MirrorChanges {
+    bool structure = false;  // which windows there are, or what they are
+    bool active = false;
+    bool manager = false;           // one came or went
+    std::vector<WindowId> content;  // windows with another title, role or state
+    std::vector<WindowId> icons;
+};
+
+class PropertyMirror final : public EventListener {
+public:
+    PropertyMirror(Connection &connection, MainLoop &loop);
+    ~PropertyMirror() override;
+
+    // Told after each round that changed anything; nothing may be told before it is set.
+    void observe(std::function<void(const MirrorChanges &)> observer) { changed = std::move(observer); }
+    // Reads all there is, without telling.
+    void fill();
+
+    // A window manager that keeps the lists below is running.
+    bool managed() const { return manager != XCB_NONE; }
+    // The managed windows, oldest first; without a manager those that look like windows of applications.
+    const std::vector<WindowId> &order() const { return listed; }
+    // The same, bottom to top.
+    const std::vector<WindowId> &stacking() const { return stacked; }
+    // Null for a window that is not listed, which also is one that was destroyed.
+    const WindowRecord *find(WindowId window) const;
+    // 0 without one.
+    WindowId active() const { return activeWindow; }
+    std::uint32_t currentDesktop() const { return desktop; }
+
+    void handle(const xcb_generic_event_t &event) override;
+    void settle() override;
+
+private:
+    struct Entry {
+        WindowRecord record;
+        PropertySet dirty;
+        bool attributes = true;  // to be asked for
+        bool listed = false;
+    };
+    struct RootDirty {
+        bool manager = true, list = true, stacking = true, active = true, desktop = true, tree = true;
+    };
+
+    void handleProperty(const xcb_property_notify_event_t &event);
+    void handleRootProperty(xcb_atom_t property);
+    void handleTree(const xcb_generic_event_t &event);
+    void readManager();
+    void readRoot();
+    void readTree();
+    void readWindows();
+    void applyList(std::optional<std::vector<WindowId>> list);
+    void listViewable();
+    void endAdoption();
+    void setListed(std::vector<WindowId> windows);
+    bool dirtyRoot() const;
+    Entry *entry(WindowId window);
+    Entry &track(WindowId window);
+    void drop(WindowId window);
+    void markAllDirty();
+    void setActive(WindowId window);
+    void mark(WindowId window, Entry &entry, PropertySet properties);
+    void take(WindowId window, Property property, const PropertyValue &value);
+    void report();
+
+    Connection &connection;
+    MainLoop &loop;
+    PropertyReader reader;
+    ClientPids pids;
+    std::function<void(const MirrorChanges &)> changed;
+    MirrorChanges found;
+
+    std::unordered_map<WindowId, Entry> entries;
+    std::vector<WindowId> listed, stacked, tree, dirtyWindows;
+    RootDirty rootDirty;
+    WindowId manager = XCB_NONE;
+    xcb_atom_t managerSelection = XCB_ATOM_NONE;
+    bool watchesTree = false;
+    bool listMissing = false;  // some managers take the list away when it is empty, and all when they end
+    WindowId activeWindow = XCB_NONE;
+    std::uint32_t desktop = 0;
+    std::uint64_t activations = 0;
+    Subscription adoption;  // a manager that has just come is still listing the windows
+};
+
+}  // namespace korvane::platform::x11

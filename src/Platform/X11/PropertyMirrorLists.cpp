@@ -1,0 +1,199 @@
+// The lists of the root window: which windows there are, in which order, and who keeps them.
+#include "Platform/X11/PropertyMirror.h"
+
+#include "Platform/X11/Reply.h"
+
+#include <algorithm>
+#include <unordered_set>
+#include <utility>
+
+namespace korvane::platform::x11 {
+namespace {
+
+constexpr std::uint32_t longestList = 1 << 16;
+// For so long a manager that has just come may not have listed all the windows that were there before it.
+constexpr Seconds adoptionTime{0.3};
+constexpr PropertySet managerStateOnly(1ULL << static_cast<unsigned>(Property::managerState));
+
+}  // namespace
+
+bool PropertyMirror::dirtyRoot() const
+{
+    if (rootDirty.manager)
+        return true;
+    if (!managed())
+        return rootDirty.tree;
+    return rootDirty.list || rootDirty.stacking || rootDirty.active || rootDirty.desktop;
+}
+
+// The name of a window manager that has died may stay on the root window, so the window it names is asked too.
+void PropertyMirror::readManager()
+{
+    WindowId now = XCB_NONE;
+    const auto named = reader.numbers(connection.root(), Atom::netSupportingWmCheck, 1);
+    if (named && !named->empty() && named->front() != XCB_NONE) {
+        const WindowId window = named->front();
+        const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
+        xcb_change_window_attributes(connection, window, XCB_CW_EVENT_MASK, &mask);
+        const auto itself = reader.numbers(window, Atom::netSupportingWmCheck, 1);
+        if (itself && !itself->empty() && itself->front() == window)
+            now = window;
+    }
+    const bool first = manager == XCB_NONE && !watchesTree;
+    if (now == manager && !first)
+        return;
+    manager = now;
+    found.manager = true;
+    rootDirty = {false, true, true, true, true, true};
+    markAllDirty();
+    adoption.reset();
+    if (!managed()) {
+        watchesTree = true;
+        connection.watchRoot(XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
+        setActive(XCB_NONE);
+        return;
+    }
+    if (std::exchange(watchesTree, false))
+        connection.unwatchRoot(XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
+    if (!listed.empty())
+        adoption = loop.after(adoptionTime, [this] { endAdoption(); });
+}
+
+void PropertyMirror::readRoot()
+{
+    const auto dirty = std::exchange(rootDirty, {false, false, false, false, false, false});
+    const auto ask = [this](bool wanted, Atom property, std::uint32_t longest) {
+        return wanted ? std::optional(reader.ask(connection.root(), property, longest)) : std::nullopt;
+    };
+    const auto listCookie = ask(dirty.list, Atom::netClientList, longestList);
+    const auto stackCookie = ask(dirty.stacking, Atom::netClientListStacking, longestList);
+    const auto activeCookie = ask(dirty.active, Atom::netActiveWindow, 1);
+    const auto desktopCookie = ask(dirty.desktop, Atom::netCurrentDesktop, 1);
+    if (listCookie) {
+        auto list = reader.answer(*listCookie);
+        if (!list)
+            for (const WindowId window : listed)
+                mark(window, entries.at(window), managerStateOnly);
+        listMissing = !list;
+        if (list || listed.empty())
+            applyList(std::move(list));
+    }
+    if (stackCookie)
+        stacked = reader.answer(*stackCookie).value_or(listed);
+    if (activeCookie) {
+        const auto active = reader.answer(*activeCookie);
+        setActive(active && !active->empty() ? active->front() : XCB_NONE);
+    }
+    if (desktopCookie) {
+        const auto current = reader.answer(*desktopCookie);
+        desktop = current && !current->empty() ? current->front() : 0;
+    }
+}
+
+void PropertyMirror::applyList(std::optional<std::vector<WindowId>> list)
+{
+    std::vector<WindowId> windows;
+    std::unordered_set<WindowId> seen{XCB_NONE};
+    if (list) {
+        for (const WindowId window : *list)
+            if (seen.insert(window).second)
+                windows.push_back(window);
+    } else {
+        // No list at all: what has not been withdrawn is still managed.
+        for (const WindowId window : listed)
+            if (entries.at(window).record.managerState != 0)
+                windows.push_back(window);
+    }
+    if (adoption)
+        for (const WindowId window : listed)
+            if (seen.insert(window).second)
+                windows.push_back(window);
+    setListed(std::move(windows));
+}
+
+void PropertyMirror::setListed(std::vector<WindowId> windows)
+{
+    if (windows == listed)
+        return;
+    found.structure = true;
+    const std::unordered_set<WindowId> wanted(windows.begin(), windows.end());
+    if (managed()) {
+        std::vector<WindowId> dropped;
+        for (const auto &[window, one] : entries)
+            if (!wanted.contains(window))
+                dropped.push_back(window);
+        for (const WindowId window : dropped) {
+            const std::uint32_t nothing = 0;
+            xcb_change_window_attributes(connection, window, XCB_CW_EVENT_MASK, &nothing);
+            drop(window);
+        }
+        pids.forgetAllBut(windows);
+    } else {
+        for (auto &[window, one] : entries)
+            one.listed = wanted.contains(window);
+    }
+    for (const WindowId window : windows)
+        (entry(window) ? *entry(window) : track(window)).listed = true;
+    listed = std::move(windows);
+}
+
+void PropertyMirror::endAdoption()
+{
+    adoption.reset();
+    rootDirty.list = true;
+    settle();
+}
+
+void PropertyMirror::setActive(WindowId window)
+{
+    if (window == activeWindow)
+        return;
+    activeWindow = window;
+    found.active = true;
+    if (Entry *one = entry(window))
+        one->record.lastActive = ++activations;
+}
+
+void PropertyMirror::readTree()
+{
+    if (!std::exchange(rootDirty.tree, false))
+        return;
+    const Reply<xcb_query_tree_reply_t> reply{
+        xcb_query_tree_reply(connection, xcb_query_tree(connection, connection.root()), nullptr)};
+    if (!reply)
+        return;
+    const auto *children = xcb_query_tree_children(reply.get());
+    tree.assign(children, children + xcb_query_tree_children_length(reply.get()));
+    for (const WindowId window : tree)
+        if (window != connection.ownWindow() && !entry(window))
+            track(window);
+    listViewable();
+}
+
+void PropertyMirror::listViewable()
+{
+    const auto looksManaged = [this](WindowId window) {
+        const Entry *one = entry(window);
+        return one && one->record.pid != 0 && one->record.viewable && !one->record.overrideRedirect
+               && (one->record.hasManagerState || one->record.hasClass);
+    };
+    std::vector<WindowId> windows;
+    std::unordered_set<WindowId> seen;
+    for (const auto *source : {&listed, &tree})
+        for (const WindowId window : *source)
+            if (looksManaged(window) && seen.insert(window).second)
+                windows.push_back(window);
+    // A window between two parents, as when a manager ends, is in no place of the tree for a moment.
+    std::vector<WindowId> stack;
+    const std::unordered_set<WindowId> inTree(tree.begin(), tree.end());
+    for (const WindowId window : windows)
+        if (!inTree.contains(window))
+            stack.push_back(window);
+    for (const WindowId window : tree)
+        if (seen.contains(window))
+            stack.push_back(window);
+    setListed(std::move(windows));
+    stacked = std::move(stack);
+}
+
+}  // namespace korvane::platform::x11

@@ -1,0 +1,39 @@
+#include "Platform/X11/ServerTime.h"
+
+#include <utility>
+
+namespace korvane::platform::x11 {
+
+ServerTime::ServerTime(Connection &server) : connection(server)
+{
+    connection.join(*this);
+}
+
+ServerTime::~ServerTime()
+{
+    connection.leave(*this);
+}
+
+void ServerTime::ask(std::function<void(xcb_timestamp_t)> use)
+{
+    waiting.push_back(std::move(use));
+    if (waiting.size() > 1)
+        return;
+    // Appending nothing changes nothing, and is reported with the time all the same.
+    xcb_change_property(connection, XCB_PROP_MODE_APPEND, connection.ownWindow(), connection[Atom::serverTime],
+                        XCB_ATOM_STRING, 8, 0, nullptr);
+    xcb_flush(connection);
+}
+
+void ServerTime::handle(const xcb_generic_event_t &event)
+{
+    if (typeOf(event) != XCB_PROPERTY_NOTIFY)
+        return;
+    const auto &change = reinterpret_cast<const xcb_property_notify_event_t &>(event);
+    if (change.window != connection.ownWindow() || change.atom != connection[Atom::serverTime])
+        return;
+    for (const auto &use : std::exchange(waiting, {}))
+        use(change.time);
+}
+
+}  // namespace korvane::platform::x11

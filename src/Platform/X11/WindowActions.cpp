@@ -1,0 +1,177 @@
+#include "Platform/X11/WindowActions.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace korvane::platform::x11 {
+namespace {
+
+// In requests: they come from a person's action, by a program that is not the window's own.
+constexpr std::uint32_t sourceIsPager = 2;
+constexpr std::uint32_t iconicState = 3;
+
+}  // namespace
+
+WindowActions::WindowActions(Connection &server, PropertyMirror &windows, ApplicationTable &applications,
+                             ServerTime &time)
+    : connection(server), mirror(windows), table(applications), serverTime(time)
+{}
+
+void WindowActions::close(WindowId window)
+{
+    if (mirror.managed()) {
+        connection.tellManager(window, Atom::netCloseWindow, {XCB_CURRENT_TIME, sourceIsPager});
+        return;
+    }
+    const WindowRecord *record = mirror.find(window);
+    if (!record || !record->closable)
+        return;
+    // Nobody is there to pass the wish on.
+    xcb_client_message_event_t event{};
+    event.response_type = XCB_CLIENT_MESSAGE;
+    event.format = 32;
+    event.window = window;
+    event.type = connection[Atom::wmProtocols];
+    event.data.data32[0] = connection[Atom::wmDeleteWindow];
+    xcb_send_event(connection, 0, window, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char *>(&event));
+}
+
+void WindowActions::minimize(WindowId window)
+{
+    connection.tellManager(window, Atom::wmChangeState, {iconicState});
+}
+
+void WindowActions::restore(WindowId window)
+{
+    const WindowRecord *record = mirror.find(window);
+    if (!record)
+        return;
+    turn.restored.push_back(window);
+    if (Application &owner = application(record->pid); !owner.raised)
+        owner.named = window;
+    schedule();
+}
+
+void WindowActions::raise(WindowId window)
+{
+    const WindowRecord *record = mirror.find(window);
+    if (!record)
+        return;
+    Application &owner = application(record->pid);
+    owner.named = window;
+    owner.raised = owner.activated = true;
+    schedule();
+}
+
+void WindowActions::activate(Pid pid, bool allWindows)
+{
+    Application &owner = application(pid);
+    owner.activated = true;
+    owner.allWindows = owner.allWindows || allWindows;
+    schedule();
+}
+
+WindowActions::Application &WindowActions::application(Pid pid)
+{
+    auto &list = turn.applications;
+    const auto known = std::find_if(list.begin(), list.end(), [pid](const auto &one) { return one.pid == pid; });
+    Application one = known == list.end() ? Application{pid} : *known;
+    if (known != list.end())
+        list.erase(known);
+    list.push_back(one);
+    return list.back();
+}
+
+void WindowActions::schedule()
+{
+    if (std::exchange(scheduled, true))
+        return;
+    serverTime.ask([weak = std::weak_ptr(self)](xcb_timestamp_t time) {
+        const auto living = weak.lock();
+        if (!living)
+            return;
+        WindowActions &actions = **living;
+        actions.scheduled = false;
+        actions.carryOut(std::exchange(actions.turn, {}), time);
+    });
+}
+
+void WindowActions::carryOut(const Turn &now, xcb_timestamp_t time)
+{
+    std::vector<WindowId> targets;
+    for (const Application &one : now.applications) {
+        const ApplicationEntry *entry = table.find(one.pid);
+        if (!one.activated || !entry)
+            continue;
+        const WindowId target = one.named != 0 && mirror.find(one.named) ? one.named : latest(*entry);
+        if (target != 0)
+            targets.push_back(target);
+    }
+    for (const WindowId window : now.restored)
+        if (std::find(targets.begin(), targets.end(), window) == targets.end())
+            xcb_map_window(connection, window);
+    for (const Application &one : now.applications)
+        if (const ApplicationEntry *entry = table.find(one.pid); entry && one.activated && one.allWindows)
+            raiseAll(*entry);
+    for (const WindowId window : targets)
+        bringForward(window, time);
+    xcb_flush(connection);
+}
+
+// Their order among themselves stays.
+void WindowActions::raiseAll(const ApplicationEntry &entry)
+{
+    for (const WindowId window : mirror.stacking()) {
+        const WindowRecord *record = mirror.find(window);
+        const bool task = std::find(entry.tasks.begin(), entry.tasks.end(), window) != entry.tasks.end();
+        if (task && record && !record->minimized)
+            putOnTop(window);
+    }
+}
+
+void WindowActions::bringForward(WindowId window, xcb_timestamp_t time)
+{
+    const WindowRecord *record = mirror.find(window);
+    if (!record)
+        return;
+    putOnTop(window);
+    if (!mirror.managed()) {
+        xcb_set_input_focus(connection, XCB_INPUT_FOCUS_POINTER_ROOT, window, time);
+        return;
+    }
+    // Not every manager goes to the desktop of a window that is to be active.
+    if (record->desktop != everyDesktop && record->desktop != mirror.currentDesktop())
+        connection.tellManager(connection.root(), Atom::netCurrentDesktop, {record->desktop, time});
+    connection.tellManager(window, Atom::netActiveWindow, {sourceIsPager, time, XCB_NONE});
+}
+
+void WindowActions::putOnTop(WindowId window)
+{
+    if (mirror.managed()) {
+        connection.tellManager(window, Atom::netRestackWindow, {sourceIsPager, XCB_NONE, XCB_STACK_MODE_ABOVE});
+        return;
+    }
+    const std::uint32_t above = XCB_STACK_MODE_ABOVE;
+    xcb_configure_window(connection, window, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+}
+
+// A window that is on the screen goes before one that would have to be restored.
+WindowId WindowActions::latest(const ApplicationEntry &entry) const
+{
+    const WindowRecord *best = nullptr;
+    const auto before = [](const WindowRecord &left, const WindowRecord &right) {
+        return left.minimized != right.minimized ? right.minimized : left.lastActive > right.lastActive;
+    };
+    const auto consider = [&](WindowId window) {
+        const WindowRecord *record = mirror.find(window);
+        const bool task = std::find(entry.tasks.begin(), entry.tasks.end(), window) != entry.tasks.end();
+        if (record && task && (!best || before(*record, *best)))
+            best = record;
+    };
+    // Of those that never were active the topmost counts.
+    std::for_each(mirror.stacking().rbegin(), mirror.stacking().rend(), consider);
+    std::for_each(entry.tasks.begin(), entry.tasks.end(), consider);
+    return best ? best->id : 0;
+}
+
+}  // namespace korvane::platform::x11

@@ -1,0 +1,47 @@
+// Windows as elements with attributes and actions, answered from the mirror.
+#pragma once
+
+#include "Platform/Accessibility.h"
+#include "Platform/X11/ApplicationTable.h"
+#include "Platform/X11/WindowActions.h"
+
+#include <map>
+#include <string>
+
+namespace korvane::platform {
+
+class X11Accessibility final : public Accessibility {
+public:
+    // A desktop entry's id to the text of its badge.
+    using Badges = std::map<std::string, std::string>;
+
+    X11Accessibility(x11::PropertyMirror &mirror, x11::ApplicationTable &table, x11::WindowActions &actions);
+
+    // A window manager that lists its windows is running: there is nobody else to ask, and no permission to give.
+    bool trusted() override { return mirror.managed(); }
+    bool trustedPrompting() override { return trusted(); }
+    ToolResult resetGrant(std::string_view bundleIdentifier) override;
+    Element application(Pid pid) override;
+    AxStatus copy(const Element &element, std::string_view attribute, Value &out) override;
+    AxStatus set(const Element &element, std::string_view attribute, bool value) override;
+    AxStatus perform(const Element &element, std::string_view action) override;
+    bool equal(const Element &left, const Element &right) override;
+    std::uint64_t hash(const Element &element) override;
+    std::optional<std::uint64_t> revision(Pid pid) override;
+
+    // The badges that programs have announced for their launchers, beside the windows that ask for attention.
+    void setLauncherBadges(Badges badges) { launcherBadges = std::move(badges); }
+
+private:
+    AxStatus copyApplication(Pid pid, std::string_view attribute, Value &out);
+    AxStatus copyWindow(const x11::WindowRecord &window, std::string_view attribute, Value &out);
+    std::vector<Element> dockItems();
+    std::string badgeOf(const x11::ApplicationEntry &entry) const;
+
+    x11::PropertyMirror &mirror;
+    x11::ApplicationTable &table;
+    x11::WindowActions &actions;
+    Badges launcherBadges;
+};
+
+}  // namespace korvane::platform

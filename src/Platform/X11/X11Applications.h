@@ -1,0 +1,55 @@
+// The running applications on X11: processes that own managed windows.
+#pragma once
+
+#include "Platform/Applications.h"
+#include "Platform/X11/ApplicationTable.h"
+#include "Platform/X11/Callbacks.h"
+#include "Platform/X11/ChangeDelivery.h"
+#include "Platform/X11/WindowActions.h"
+
+#include <array>
+#include <map>
+#include <string>
+
+namespace korvane::platform {
+
+// Stands for the process that shows the badges, which is none here.
+constexpr Pid dockPid = -2;
+
+class X11Applications final : public Applications {
+public:
+    X11Applications(x11::Connection &connection, x11::PropertyMirror &mirror, x11::ApplicationTable &table,
+                    x11::WindowActions &actions, IconLoader loadIcon, MainLoop &loop);
+
+    Pid self() const override;
+    const std::vector<Application> &running() override { return table.running(); }
+    std::optional<Application> find(Pid pid) override;
+    std::vector<Application> withBundleIdentifier(std::string_view bundleIdentifier) override;
+    ImagePtr icon(Pid pid) override;
+    bool hide(Pid pid) override;
+    bool unhide(Pid pid) override;
+    // A process without a window that could be closed is asked to end by a signal.
+    bool terminate(Pid pid) override;
+    bool activate(Pid pid, Activate options) override;
+    // Nothing to do: a dock window makes no icon of its own.
+    bool becomeAccessory() override { return true; }
+    [[nodiscard]] Subscription observe(ApplicationEvent event, std::function<void()> callback) override;
+    [[nodiscard]] Subscription observe(SessionEvent event, std::function<void()> callback) override;
+
+    // Passes on what other parts of the system tell of the session. From the run loop only.
+    void announce(SessionEvent event);
+
+private:
+    ImagePtr windowIcon(const x11::ApplicationEntry &entry);
+
+    x11::Connection &connection;
+    x11::PropertyMirror &mirror;
+    x11::ApplicationTable &table;
+    x11::WindowActions &actions;
+    IconLoader loadIcon;
+    std::map<ApplicationEvent, x11::Callbacks<>> applicationObservers;
+    std::map<SessionEvent, x11::Callbacks<>> sessionObservers;
+    x11::ChangeDelivery delivery;
+};
+
+}  // namespace korvane::platform

@@ -1,0 +1,190 @@
+#include "Platform/X11/X11HotKeys.h"
+
+#include "Platform/X11/Reply.h"
+
+#include <algorithm>
+#include <utility>
+#include <xcb/xcb_keysyms.h>
+
+namespace korvane::platform {
+namespace {
+
+constexpr std::uint32_t escapeKeyCode = 53, controlModifier = 4096, shiftModifier = 512;
+constexpr xcb_keysym_t escapeSymbol = 0xff1b, numLockSymbol = 0xff7f;
+constexpr std::uint16_t matteringModifiers =
+    XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1 | XCB_MOD_MASK_4;
+
+std::uint16_t modifiersOf(const HotKey &key)
+{
+    return static_cast<std::uint16_t>((key.modifiers & controlModifier ? XCB_MOD_MASK_CONTROL : 0)
+                                      | (key.modifiers & shiftModifier ? XCB_MOD_MASK_SHIFT : 0));
+}
+
+struct SymbolsFreed {
+    void operator()(xcb_key_symbols_t *symbols) const { xcb_key_symbols_free(symbols); }
+};
+
+struct Grab {
+    HotKey key;
+    std::vector<xcb_keycode_t> codes;
+};
+
+}  // namespace
+
+// Held by the subscriptions too, weakly: they may outlive the backend.
+struct X11HotKeys::State {
+    explicit State(x11::Connection &server) : connection(server), symbols(xcb_key_symbols_alloc(server))
+    {
+        findNumLock();
+    }
+
+    void findNumLock()
+    {
+        numLock = 0;
+        const x11::Reply<xcb_get_modifier_mapping_reply_t> mapping{
+            xcb_get_modifier_mapping_reply(connection, xcb_get_modifier_mapping(connection), nullptr)};
+        const x11::Reply<xcb_keycode_t> codes{xcb_key_symbols_get_keycode(symbols.get(), numLockSymbol)};
+        if (!mapping || !codes)
+            return;
+        const auto *modifiers = xcb_get_modifier_mapping_keycodes(mapping.get());
+        for (int bit = 0; bit < 8; ++bit)
+            for (int i = 0; i < mapping->keycodes_per_modifier; ++i)
+                for (const xcb_keycode_t *code = codes.get(); *code != XCB_NO_SYMBOL; ++code)
+                    if (modifiers[bit * mapping->keycodes_per_modifier + i] == *code)
+                        numLock = static_cast<std::uint16_t>(1 << bit);
+    }
+
+    // With and without the locks: a grab is for exactly the modifiers it names.
+    std::vector<std::uint16_t> lockStates() const
+    {
+        std::vector<std::uint16_t> states{0, XCB_MOD_MASK_LOCK};
+        if (numLock != 0) {
+            states.push_back(numLock);
+            states.push_back(static_cast<std::uint16_t>(numLock | XCB_MOD_MASK_LOCK));
+        }
+        return states;
+    }
+
+    void grab(Grab &one)
+    {
+        one.codes.clear();
+        if (one.key.keyCode != escapeKeyCode)
+            return;
+        const x11::Reply<xcb_keycode_t> codes{xcb_key_symbols_get_keycode(symbols.get(), escapeSymbol)};
+        for (const xcb_keycode_t *code = codes.get(); code && *code != XCB_NO_SYMBOL; ++code)
+            one.codes.push_back(*code);
+        // The failure of one that another program holds comes as an event that nobody looks at.
+        for (const xcb_keycode_t code : one.codes)
+            for (const std::uint16_t locks : lockStates())
+                xcb_grab_key(connection, 1, connection.root(), static_cast<std::uint16_t>(modifiersOf(one.key) | locks),
+                             code, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+        xcb_flush(connection);
+    }
+
+    void release(const Grab &one)
+    {
+        for (const xcb_keycode_t code : one.codes)
+            for (const std::uint16_t locks : lockStates())
+                xcb_ungrab_key(connection, code, connection.root(),
+                               static_cast<std::uint16_t>(modifiersOf(one.key) | locks));
+        xcb_flush(connection);
+    }
+
+    x11::Connection &connection;
+    std::unique_ptr<xcb_key_symbols_t, SymbolsFreed> symbols;
+    std::uint16_t numLock = 0;
+    std::vector<std::shared_ptr<Grab>> grabs;
+    std::shared_ptr<std::function<void(std::uint32_t)>> handler;
+};
+
+class X11HotKeys::Handler final : public SubscriptionBase {
+public:
+    Handler(const std::shared_ptr<State> &keys, std::shared_ptr<std::function<void(std::uint32_t)>> function)
+        : state(keys), mine(std::move(function))
+    {}
+    ~Handler() override
+    {
+        if (const auto keys = state.lock(); keys && keys->handler == mine)
+            keys->handler.reset();
+    }
+
+private:
+    std::weak_ptr<State> state;
+    std::shared_ptr<std::function<void(std::uint32_t)>> mine;
+};
+
+class X11HotKeys::Key final : public SubscriptionBase {
+public:
+    Key(const std::shared_ptr<State> &keys, std::shared_ptr<Grab> grab) : state(keys), mine(std::move(grab)) {}
+    ~Key() override
+    {
+        const auto keys = state.lock();
+        if (!keys)
+            return;
+        keys->release(*mine);
+        std::erase(keys->grabs, mine);
+    }
+
+private:
+    std::weak_ptr<State> state;
+    std::shared_ptr<Grab> mine;
+};
+
+X11HotKeys::X11HotKeys(x11::Connection &server) : connection(server), state(std::make_shared<State>(server))
+{
+    connection.join(*this);
+}
+
+X11HotKeys::~X11HotKeys()
+{
+    connection.leave(*this);
+}
+
+Subscription X11HotKeys::install(std::function<void(std::uint32_t)> handler)
+{
+    state->handler = std::make_shared<std::function<void(std::uint32_t)>>(std::move(handler));
+    return std::make_unique<Handler>(state, state->handler);
+}
+
+Subscription X11HotKeys::add(const HotKey &key)
+{
+    state->grabs.push_back(std::make_shared<Grab>(Grab{key, {}}));
+    state->grab(*state->grabs.back());
+    return std::make_unique<Key>(state, state->grabs.back());
+}
+
+void X11HotKeys::handle(const xcb_generic_event_t &event)
+{
+    if (x11::typeOf(event) == XCB_KEY_PRESS) {
+        press(reinterpret_cast<const xcb_key_press_event_t &>(event));
+    } else if (x11::typeOf(event) == XCB_MAPPING_NOTIFY) {
+        // Another layout may have the key elsewhere.
+        for (const auto &grab : state->grabs)
+            state->release(*grab);
+        xcb_refresh_keyboard_mapping(
+            state->symbols.get(),
+            const_cast<xcb_mapping_notify_event_t *>(reinterpret_cast<const xcb_mapping_notify_event_t *>(&event)));
+        state->findNumLock();
+        for (const auto &grab : state->grabs)
+            state->grab(*grab);
+    }
+}
+
+void X11HotKeys::press(const xcb_key_press_event_t &event)
+{
+    const auto modifiers = static_cast<std::uint16_t>(event.state & matteringModifiers & ~state->numLock);
+    const auto pressed = std::find_if(state->grabs.begin(), state->grabs.end(), [&](const auto &grab) {
+        return modifiersOf(grab->key) == modifiers
+               && std::find(grab->codes.begin(), grab->codes.end(), event.detail) != grab->codes.end();
+    });
+    if (pressed == state->grabs.end())
+        return;
+    const std::uint32_t id = (*pressed)->key.id;
+    // While the key is down the keyboard is ours alone; a menu that the handler opens has to be able to take it.
+    xcb_ungrab_keyboard(connection, XCB_CURRENT_TIME);
+    connection.finish();
+    if (const auto handler = state->handler)
+        (*handler)(id);
+}
+
+}  // namespace korvane::platform

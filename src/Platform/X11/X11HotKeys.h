@@ -1,0 +1,34 @@
+// Keys that are grabbed from the whole desktop.
+#pragma once
+
+#include "Platform/HotKeys.h"
+#include "Platform/X11/Connection.h"
+
+#include <memory>
+#include <vector>
+
+namespace korvane::platform {
+
+class X11HotKeys final : public HotKeys, private x11::EventListener {
+public:
+    explicit X11HotKeys(x11::Connection &connection);
+    ~X11HotKeys() override;
+
+    // A later handler takes the place of an earlier one.
+    [[nodiscard]] Subscription install(std::function<void(std::uint32_t id)> handler) override;
+    // Keys without a counterpart on the keyboard are not grabbed.
+    [[nodiscard]] Subscription add(const HotKey &key) override;
+
+private:
+    struct State;
+    class Handler;
+    class Key;
+
+    void handle(const xcb_generic_event_t &event) override;
+    void press(const xcb_key_press_event_t &event);
+
+    x11::Connection &connection;
+    std::shared_ptr<State> state;
+};
+
+}  // namespace korvane::platform

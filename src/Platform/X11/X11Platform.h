@@ -1,0 +1,61 @@
+// The desktop on X11: the ports that it implements, over one connection of its own and one mirror of the windows.
+#pragma once
+
+#include "Platform/Accessibility.h"
+#include "Platform/Applications.h"
+#include "Platform/HotKeys.h"
+#include "Platform/MainLoop.h"
+#include "Platform/Panels.h"
+#include "Platform/Screens.h"
+#include "Platform/WindowList.h"
+#include "Platform/X11/ApplicationCatalogue.h"
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+
+struct xcb_connection_t;
+
+namespace korvane::platform {
+
+struct X11Options {
+    std::string display;  // empty: the environment's
+    double scale = 1;     // pixels of the device to a point
+    // The view toolkit's own connection, on which its windows are made and shown; null when there is none.
+    xcb_connection_t *views = nullptr;
+};
+
+class X11Platform {
+public:
+    // Null when the display can't be opened. What is passed in has to outlive the platform. Needs a run loop that
+    // serves GLib's default context. When the server goes away, the loop is told to end.
+    static std::unique_ptr<X11Platform> open(const X11Options &options, MainLoop &loop, ApplicationCatalogue &catalogue,
+                                             IconLoader loadIcon);
+    ~X11Platform();
+    X11Platform(const X11Platform &) = delete;
+    X11Platform &operator=(const X11Platform &) = delete;
+
+    Applications &applications();
+    Accessibility &accessibility();
+    WindowList &windowList();
+    Screens &screens();
+    Pointer &pointer();
+    Panels &panels();
+    HotKeys &hotKeys();
+
+    // Told when Panels::translucencyAvailable has another answer.
+    [[nodiscard]] Subscription observeTranslucency(std::function<void()> callback);
+    // A desktop entry's id ("org.example.Mail.desktop") to the text of its badge; replaces what was set before.
+    void setLauncherBadges(std::map<std::string, std::string> labels);
+    // Tells the observers of the session what other services of the system have reported. From the run loop only.
+    void announce(SessionEvent event);
+
+private:
+    struct Parts;
+    explicit X11Platform(std::unique_ptr<Parts> parts);
+
+    std::unique_ptr<Parts> parts;
+};
+
+}  // namespace korvane::platform

@@ -1,0 +1,53 @@
+// The monitors as screens, and the pointer.
+#pragma once
+
+#include "Platform/Screens.h"
+#include "Platform/X11/Callbacks.h"
+#include "Platform/X11/MonitorList.h"
+#include "Platform/X11/PropertyMirror.h"
+
+namespace korvane::platform {
+
+class X11Screens final : public Screens, private x11::EventListener {
+public:
+    // The scale is the number of the device's pixels to a point, the same on all monitors.
+    X11Screens(x11::Connection &connection, x11::PropertyMirror &mirror, MainLoop &loop, double scale);
+    ~X11Screens() override;
+
+    std::vector<Screen> all() override;
+    // The screen of the active window, else that of the pointer.
+    std::optional<std::size_t> main() override;
+    Rect displayBounds(std::uint32_t number) override;
+    // Changes come in several steps; observers are told once they have come to rest.
+    [[nodiscard]] Subscription observeChanges(std::function<void()> callback) override;
+
+    x11::DesktopSpace space() const { return {monitors, scale}; }
+
+private:
+    void handle(const xcb_generic_event_t &event) override;
+    void readAgain();
+    std::optional<std::size_t> screenAt(int x, int y) const;
+    std::optional<std::size_t> screenOfActiveWindow();
+
+    x11::Connection &connection;
+    x11::PropertyMirror &mirror;
+    MainLoop &loop;
+    double scale;
+    std::vector<x11::Monitor> monitors;
+    x11::Callbacks<> observers;
+    Subscription rest;
+};
+
+class X11Pointer final : public Pointer {
+public:
+    X11Pointer(x11::Connection &server, X11Screens &all) : connection(server), screens(all) {}
+
+    Point location() override;
+    void warp(Point display) override;
+
+private:
+    x11::Connection &connection;
+    X11Screens &screens;
+};
+
+}  // namespace korvane::platform

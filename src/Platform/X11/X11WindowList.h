@@ -1,0 +1,20 @@
+// The windows on the screen, front to back, from the mirror.
+#pragma once
+
+#include "Platform/WindowList.h"
+#include "Platform/X11/PropertyMirror.h"
+
+namespace korvane::platform {
+
+class X11WindowList final : public WindowList {
+public:
+    explicit X11WindowList(x11::PropertyMirror &windows) : mirror(windows) {}
+
+    // Without windows that are minimised or on another desktop.
+    std::optional<std::vector<OnScreenWindow>> onScreen() override;
+
+private:
+    x11::PropertyMirror &mirror;
+};
+
+}  // namespace korvane::platform
