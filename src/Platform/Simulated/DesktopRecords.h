@@ -34,9 +34,9 @@ struct Process {
     platform::ImagePtr icon;
 };
 
-// An element of the dock's tree. What is absent can't be read.
+// An element of the dock's tree. What is absent can't be read; what is read need not be text.
 struct DockItem {
-    std::optional<std::string> title, subrole, statusLabel;
+    std::optional<platform::Value> title, subrole, statusLabel;
     std::optional<std::vector<DockItem>> children;
 };
 

@@ -58,7 +58,7 @@ public:
             children->push_back(std::make_shared<DockNode>(owner, child));
     }
 
-    const std::optional<std::string> title, subrole, statusLabel;
+    const std::optional<platform::Value> title, subrole, statusLabel;
     std::optional<std::vector<platform::Element>> children;
 };
 

@@ -224,6 +224,7 @@ TEST_F(PassiveDesktop, TheDockIsATreeOfItsOwnProcess)
     EXPECT_TRUE(desktop.applications.withBundleIdentifier("com.apple.dock").empty());
     DockItem item;
     item.title = "Mail";
+    item.subrole = std::int64_t(5);
     item.statusLabel = "3";
     DockItem root;
     root.children = std::vector<DockItem>{item};
@@ -237,6 +238,8 @@ TEST_F(PassiveDesktop, TheDockIsATreeOfItsOwnProcess)
     const Element child = std::get<std::vector<Element>>(value).at(0);
     ASSERT_EQ(read(child, "AXStatusLabel"), AxStatus::success);
     EXPECT_EQ(std::get<std::string>(value), "3");
+    ASSERT_EQ(read(child, "AXSubrole"), AxStatus::success);
+    EXPECT_EQ(std::get<std::int64_t>(value), 5);
     EXPECT_EQ(read(child, "AXChildren"), AxStatus::noValue);
     desktop.applications.setDock(std::nullopt);
     EXPECT_EQ(desktop.applications.running().size(), 1u);
