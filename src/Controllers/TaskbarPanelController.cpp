@@ -3,13 +3,15 @@
 #include "Controllers/EaseOut.h"
 #include "Views/Metrics.h"
 
+#include <QGuiApplication>
+#include <QScreen>
 #include <algorithm>
 #include <cmath>
 
 namespace korvane {
 namespace {
 
-// The toolkit counts from the top, like the display's own coordinates.
+// The toolkit counts from the top like the display's own coordinates, but may have its origin elsewhere.
 QRect toolkitRectangle(platform::Screens &screens, const platform::Screen &screen)
 {
     platform::Rect bounds = screen.number ? screens.displayBounds(*screen.number) : platform::Rect();
@@ -19,7 +21,9 @@ QRect toolkitRectangle(platform::Screens &screens, const platform::Screen &scree
         bounds.y =
             (all.empty() ? screen.frame.height : all.front().frame.height) - screen.frame.y - screen.frame.height;
     }
-    return QRectF(bounds.x, bounds.y, bounds.width, bounds.height).toRect();
+    const QScreen *primary = QGuiApplication::primaryScreen();
+    const QPointF origin = primary ? QPointF(primary->geometry().topLeft()) : QPointF();
+    return QRectF(bounds.x, bounds.y, bounds.width, bounds.height).translated(origin).toRect();
 }
 
 }  // namespace
