@@ -23,7 +23,7 @@ struct KorvaneLaunchContextClass {
 G_DEFINE_TYPE(KorvaneLaunchContext, korvane_launch_context, G_TYPE_APP_LAUNCH_CONTEXT)
 #pragma GCC diagnostic pop
 
-static char *korvane_launch_context_notify_id(GAppLaunchContext *context, GAppInfo *, GList *)
+static char *launchNotifyIdentifier(GAppLaunchContext *context, GAppInfo *, GList *)
 {
     static unsigned number = 0;
     // Toolkits read the user's time after "_TIME"; zero asks for a window that does not take the focus.
@@ -33,7 +33,7 @@ static char *korvane_launch_context_notify_id(GAppLaunchContext *context, GAppIn
 
 static void korvane_launch_context_class_init(KorvaneLaunchContextClass *type)
 {
-    type->parent.get_startup_notify_id = korvane_launch_context_notify_id;
+    type->parent.get_startup_notify_id = launchNotifyIdentifier;
 }
 
 static void korvane_launch_context_init(KorvaneLaunchContext *context)
