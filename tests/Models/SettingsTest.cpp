@@ -112,12 +112,15 @@ TEST_F(SettingsStore, AChangeWritesEveryKeyOfItsGroupInTheOrderOfTheTable)
     EXPECT_EQ(desktop.defaults.takeWrites(), expected);
 }
 
-TEST_F(SettingsStore, AnEqualValueIsNoChange)
+TEST_F(SettingsStore, AnEqualValueIsSavedAndNobodyIsTold)
 {
     load();
     desktop.defaults.takeWrites();
+    int changes = 0;
+    const auto connection = model->changed.connect([&] { ++changes; });
     model->set(&V::menuOpacity, 1.0);
-    EXPECT_TRUE(desktop.defaults.takeWrites().empty());
+    EXPECT_FALSE(desktop.defaults.takeWrites().empty());
+    EXPECT_EQ(changes, 0);
 }
 
 TEST_F(SettingsStore, AListIsSavedByItsOperationAndNotByItsChange)

@@ -1,4 +1,5 @@
-// One thing that happens on the desktop or that the user does, in a form that can be made up at random and made smaller.
+// One thing that happens on the desktop or that the user does, in a form that can be made up at random and made
+// smaller.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
-// Random operations on a simulated desktop, with promises checked after each. A failure prints the shortest sequence found
-// and the seed that brings it back: RC_PARAMS="reproduce=...". RC_PARAMS="max_success=10000" plays longer.
+// Random operations on a simulated desktop, with promises checked after each. A failure prints the shortest sequence
+// found and the seed that brings it back: RC_PARAMS="reproduce=...". RC_PARAMS="max_success=10000" plays longer.
 #include "Random/RandomDesktop.h"
 
 #include <cstdlib>
@@ -14,10 +14,9 @@ template <> struct Arbitrary<korvane::testing::Operation> {
     {
         using korvane::testing::Act;
         using korvane::testing::Operation;
-        return gen::build<Operation>(
-            gen::set(&Operation::act, gen::map(gen::inRange(0, static_cast<int>(Act::count)),
-                                               [](int act) { return static_cast<Act>(act); })),
-            gen::set(&Operation::first), gen::set(&Operation::second));
+        return gen::build<Operation>(gen::set(&Operation::act, gen::map(gen::inRange(0, static_cast<int>(Act::count)),
+                                                                        [](int act) { return static_cast<Act>(act); })),
+                                     gen::set(&Operation::first), gen::set(&Operation::second));
     }
 };
 

@@ -14,7 +14,6 @@ import select
 import shutil
 import signal
 import subprocess
-import sys
 import tempfile
 import time
 from collections import namedtuple
@@ -24,6 +23,8 @@ from Xlib.protocol import event as xevent
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 BAR_TITLE = "Korvane Taskbar"
+# The distribution's own, which has the bindings; another one may come first in the path.
+SYSTEM_PYTHON = "/usr/bin/python3"
 
 # What of the caller's session must not reach a private one.
 FOREIGN_VARIABLES = (
@@ -175,7 +176,7 @@ class PrivateDesktop:
         if launcher is None:
             raise DesktopError("at-spi2-core is not installed")
         self.start([launcher, "--launch-immediately"])
-        self._accessibility = self.start([sys.executable, "-W", "ignore", os.path.join(HERE, "accessibility.py")],
+        self._accessibility = self.start([SYSTEM_PYTHON, "-W", "ignore", os.path.join(HERE, "accessibility.py")],
                                          stdin=subprocess.PIPE, stdout=subprocess.PIPE)
         self.wait_for(lambda: self._ask("ready"), "the accessibility bus")
 

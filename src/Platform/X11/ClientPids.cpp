@@ -5,7 +5,7 @@
 #include <bit>
 #include <limits>
 #include <unistd.h>
-#include <unordered_set>
+#include <utility>
 #include <xcb/res.h>
 
 namespace korvane::platform::x11 {
@@ -45,7 +45,7 @@ void ClientPids::prepare(const std::vector<WindowId> &windows)
         return;
     std::vector<std::pair<std::uint32_t, xcb_res_query_client_ids_cookie_t>> asked;
     for (const WindowId window : windows) {
-        if (!pids.try_emplace(client(window), 0).second)
+        if (std::exchange(clients[client(window)].asked, true))
             continue;
         const xcb_res_client_id_spec_t spec{window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
         asked.emplace_back(client(window), xcb_res_query_client_ids(connection, 1, &spec));
@@ -54,15 +54,15 @@ void ClientPids::prepare(const std::vector<WindowId> &windows)
         const Reply<xcb_res_query_client_ids_reply_t> reply{
             xcb_res_query_client_ids_reply(connection, cookie, nullptr)};
         if (reply)
-            pids[base] = pidIn(*reply);
+            clients[base].pid = pidIn(*reply);
     }
 }
 
 Pid ClientPids::of(const WindowRecord &window) const
 {
     const auto base = client(window.id);
-    if (const auto known = pids.find(base); known != pids.end() && known->second > 0)
-        return known->second;
+    if (const auto known = clients.find(base); known != clients.end() && known->second.pid > 0)
+        return known->second.pid;
     const bool local = window.machine.empty() || window.machine == machine;
     if (local && window.declaredPid > 0
         && window.declaredPid <= static_cast<std::uint32_t>(std::numeric_limits<Pid>::max()))
@@ -70,12 +70,11 @@ Pid ClientPids::of(const WindowRecord &window) const
     return firstSynthetic - static_cast<Pid>(base >> std::popcount(mask));
 }
 
-void ClientPids::forgetAllBut(const std::vector<WindowId> &windows)
+void ClientPids::release(WindowId window)
 {
-    std::unordered_set<std::uint32_t> living;
-    for (const WindowId window : windows)
-        living.insert(client(window));
-    std::erase_if(pids, [&](const auto &entry) { return !living.contains(entry.first); });
+    const auto known = clients.find(client(window));
+    if (known != clients.end() && --known->second.windows <= 0)
+        clients.erase(known);
 }
 
 }  // namespace korvane::platform::x11

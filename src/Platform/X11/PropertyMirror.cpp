@@ -67,6 +67,7 @@ PropertyMirror::Entry &PropertyMirror::track(WindowId window)
 {
     Entry &one = entries[window];
     one.record.id = window;
+    pids.hold(window);
     if (window == activeWindow)
         one.record.lastActive = ++activations;
     xcb_change_window_attributes(connection, window, XCB_CW_EVENT_MASK, &windowEvents);
@@ -82,6 +83,7 @@ void PropertyMirror::drop(WindowId window)
     if (known->second.listed)
         found.structure = true;
     entries.erase(known);
+    pids.release(window);
     std::erase(listed, window);
     std::erase(stacked, window);
     std::erase(dirtyWindows, window);

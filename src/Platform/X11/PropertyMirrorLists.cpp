@@ -127,7 +127,6 @@ void PropertyMirror::setListed(std::vector<WindowId> windows)
             xcb_change_window_attributes(connection, window, XCB_CW_EVENT_MASK, &nothing);
             drop(window);
         }
-        pids.forgetAllBut(windows);
     } else {
         for (auto &[window, one] : entries)
             one.listed = wanted.contains(window);

@@ -5,6 +5,7 @@
 
 #include "Models/PanelGeometry.h"
 #include "Models/TaskLayoutEngine.h"
+#include "Models/TaskResize.h"
 #include "Models/TaskbarPass.h"
 
 #include <algorithm>
@@ -142,6 +143,46 @@ Json groupsOf(const std::vector<TaskbarEntry> &entries)
     return groups;
 }
 
+// One grip, told of a drag step by step.
+Json resize(const Json &arguments)
+{
+    const double currentWidth = arguments.at("currentWidth");
+    Json calls = Json::array(), states = Json::array();
+    TaskResize drag({[&] { calls.push_back({"beginResize"}); },
+                     [&](double width) {
+                         calls.push_back({"commitWidth", width});
+                     },
+                     [&] { calls.push_back({"endResize"}); }, [&] { calls.push_back({"disarm"}); }});
+    for (const Json &step : arguments.at("steps")) {
+        if (step.at(0) == "changed")
+            drag.changed(currentWidth, step.at(1));
+        else
+            drag.ended();
+        states.push_back({{"resizing", drag.resizing()},
+                          {"dragStartWidth", drag.dragStartWidth()},
+                          {"latestWidth", drag.latestWidth()},
+                          {"guideOffset", drag.guideOffset()},
+                          {"gripCentreX", drag.gripCentreX(currentWidth)},
+                          {"calls", calls}});
+    }
+    return states;
+}
+
+Json pruneTaskWidthOverrides(const Json &arguments)
+{
+    auto overrides = arguments.at("overrides").get<TaskWidthOverrides::Overrides>();
+    std::vector<RunningAppItem> tasks;
+    for (const Json &task : arguments.at("tasks")) {
+        RunningAppItem item;
+        item.id = task.at(0);
+        item.processIdentifier = task.at(1);
+        tasks.push_back(std::move(item));
+    }
+    TaskWidthOverrides::prune(overrides, tasks, arguments.at("customGroupMembers").get<StringMap>(),
+                              optionalMember<std::string>(arguments, "settingsTask"));
+    return overrides;
+}
+
 }  // namespace
 
 const Functions &layoutEngineFunctions()
@@ -187,6 +228,8 @@ const Functions &widthFunctions()
                                                 arguments.at("capacity"), arguments.at("windowCount")));
          }},
         {"overflowGeometry", overflowGeometry},
+        {"resize", resize},
+        {"pruneTaskWidthOverrides", pruneTaskWidthOverrides},
         {"shownHeight",
          [](const Json &arguments) {
              return Json(PanelGeometry::shownHeight(arguments.at("height"), arguments.at("tuckAwayOverflowPixels"),

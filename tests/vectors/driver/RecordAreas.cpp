@@ -2,7 +2,9 @@
 #include "Areas.h"
 #include "RecordJson.h"
 
+#include "Models/DockBadges.h"
 #include "Models/Identifiers.h"
+#include "Models/StripRules.h"
 #include "Models/TabColors.h"
 #include "Models/TaskGrouping.h"
 
@@ -65,6 +67,12 @@ Json groupColorName(const Json &arguments)
     return optionalJson(TabColors::groupColorName(arguments.at("liveTabColors").get<ColorNames>(), group));
 }
 
+Json groupStrip(const Json &arguments)
+{
+    const auto choice = StripRules::group(arguments.at("blueStripsEnabled"), arguments.at("anyActiveBlueStripWindow"));
+    return choice ? Json{choice->colorSetting, choice->opacity} : Json();
+}
+
 Json rgb(const Rgb &color)
 {
     return {"rgb", color.red, color.green, color.blue};
@@ -115,6 +123,9 @@ const Functions &recordFunctions()
          }},
         {"shouldGroup", shouldGroup},
         {"groupColorName", groupColorName},
+        {"groupStrip", groupStrip},
+        {"attentionToolTip",
+         [](const Json &arguments) { return Json(DockBadges::attentionToolTip(arguments.at("count"))); }},
     };
     return functions;
 }

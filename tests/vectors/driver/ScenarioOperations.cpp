@@ -158,6 +158,7 @@ Operations makeOperations()
          })},
         {"recordRecent", onItem(&M::recordRecent)},
         {"clearRecents", plain(&M::clearRecents)},
+        {"confirmClearRecents", plain(&M::confirmClearRecents)},
         {"setLiveTabColorName", operation([](M &model, Step step) {
              model.setLiveTabColorName(optionalMember<std::string>(step, "name"), text(step, "id"));
          })},
