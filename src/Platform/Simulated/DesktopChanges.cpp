@@ -6,8 +6,6 @@
 
 namespace korvane::simulated {
 
-using platform::Activate;
-
 void SimulatedApplications::tell(ApplicationEvent event)
 {
     if (isLive())

@@ -5,8 +5,6 @@
 
 namespace korvane::simulated {
 
-using platform::OnScreenWindow;
-
 // ---------------------------------------------------------------------------------------------------- windows
 
 std::optional<SimulatedWindowList::Windows> SimulatedWindowList::onScreen()

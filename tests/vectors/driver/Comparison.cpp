@@ -21,6 +21,16 @@ std::string difference(const Json &expected, const Json &got, const std::string 
     return path + ": expected " + shown(expected) + ", got " + shown(got);
 }
 
+std::string memberPath(const std::string &path, const std::string &key)
+{
+    return std::string(path).append(".").append(key);
+}
+
+std::string elementPath(const std::string &path, std::size_t index)
+{
+    return std::string(path).append("[").append(std::to_string(index)).append("]");
+}
+
 bool sameNumber(const Json &expected, const Json &got)
 {
     if (expected.is_number_integer() && got.is_number_integer())
@@ -39,19 +49,20 @@ std::optional<std::string> firstDifference(const Json &expected, const Json &got
         return difference(expected, got, path);
     if (expected.is_object()) {
         for (const auto &[key, value] : expected.items()) {
+            const std::string place = memberPath(path, key);
             if (!got.contains(key))
-                return path + "." + key + ": expected " + shown(value) + ", got nothing";
-            if (auto found = firstDifference(value, got[key], path + "." + key))
+                return place + ": expected " + shown(value) + ", got nothing";
+            if (auto found = firstDifference(value, got[key], place))
                 return found;
         }
         for (const auto &[key, value] : got.items())
             if (!expected.contains(key))
-                return path + "." + key + ": expected nothing, got " + shown(value);
+                return memberPath(path, key) + ": expected nothing, got " + shown(value);
         return std::nullopt;
     }
     if (expected.is_array()) {
         for (std::size_t i = 0; i < expected.size() && i < got.size(); ++i)
-            if (auto found = firstDifference(expected[i], got[i], path + "[" + std::to_string(i) + "]"))
+            if (auto found = firstDifference(expected[i], got[i], elementPath(path, i)))
                 return found;
         if (expected.size() != got.size())
             return path + ": expected " + std::to_string(expected.size()) + " elements, got "

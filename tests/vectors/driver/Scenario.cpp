@@ -171,7 +171,7 @@ Outcome runScenario(const Json &testCase, const Json &file)
         int number = 0;
         for (const Json &step : testCase.at("steps")) {
             const std::string name = step.at("op");
-            const std::string where = way + "step " + std::to_string(++number) + " " + name;
+            const std::string where = std::string(way).append("step ").append(std::to_string(++number)) + " " + name;
             Json result;
             try {
                 result = operations().find(name)->second(scenario, step);

@@ -97,10 +97,10 @@ Json createCustomGroup(Scenario &scenario, Step step)
 
 void activateAttentionApp(AppModel &model, Step step)
 {
-    const auto &apps = model.attentionApps();
-    for (std::size_t i = 0; i < apps.size(); ++i)
-        if (apps[i].id == step.at("id")) {
-            const AttentionAppItem item = apps[i];
+    // A copy: the operation refreshes the list.
+    const auto apps = model.attentionApps();
+    for (const AttentionAppItem &item : apps)
+        if (item.id == step.at("id")) {
             model.activateAttentionApp(item);
             return;
         }
