@@ -24,8 +24,7 @@ void enrolAsLoginItem(platform::LoginItem &loginItem, std::ostream &output)
 
 AppDelegate::AppDelegate(platform::Platform &system, Windows programWindows)
     : platform(system), windows(std::move(programWindows)), model(std::make_unique<AppModel>(system))
-{
-}
+{}
 
 AppDelegate::~AppDelegate() = default;
 

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QStandardPaths>
 #include <QString>
+#include <xcb/xcb.h>
 
 namespace korvane {
 namespace {
@@ -23,6 +24,14 @@ std::optional<Refusal> refusalBeforeStart(int argumentCount, const char *display
     if (isSet(waylandDisplay))
         return Refusal{"korvane: this is a Wayland session without X11; Korvane needs an X11 session", 1};
     return Refusal{"korvane: no display; start it inside an X11 session", 1};
+}
+
+bool canOpenDisplay(const std::string &display)
+{
+    xcb_connection_t *connection = xcb_connect(display.c_str(), nullptr);
+    const bool answers = xcb_connection_has_error(connection) == 0;
+    xcb_disconnect(connection);
+    return answers;
 }
 
 SingleInstance::SingleInstance(const std::string &displayName) : display(displayName) {}

@@ -16,6 +16,9 @@ struct Refusal {
 // Arguments, and a session that has no X11 display to offer.
 std::optional<Refusal> refusalBeforeStart(int argumentCount, const char *display, const char *waylandDisplay);
 
+// Whether the X server of that name answers. The toolkit itself would end the program with lines of its own.
+bool canOpenDisplay(const std::string &display);
+
 // Keeps a second program off the same display for as long as it lives.
 class SingleInstance {
 public:

@@ -10,8 +10,8 @@ namespace korvane {
 TaskbarPanel::TaskbarPanel(AppModel &model, ViewServices &services, platform::Platform &system,
                            const platform::Screen &screen, const QRect &rectangle)
     : QWidget(nullptr, Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::WindowDoesNotAcceptFocus),
-      platform(system), panelScreen(screen), screenRectangle(rectangle), content(new TaskbarView(model, services, this)),
-      currentHeight(PanelGeometry::barHeight)
+      platform(system), panelScreen(screen), screenRectangle(rectangle),
+      content(new TaskbarView(model, services, this)), currentHeight(PanelGeometry::barHeight)
 {
     setWindowTitle(QStringLiteral("Korvane Taskbar"));
     setAttribute(Qt::WA_TranslucentBackground);

@@ -16,7 +16,8 @@ QRect toolkitRectangle(platform::Screens &screens, const platform::Screen &scree
     if (bounds.width <= 0) {
         const auto all = screens.all();
         bounds = screen.frame;
-        bounds.y = (all.empty() ? screen.frame.height : all.front().frame.height) - screen.frame.y - screen.frame.height;
+        bounds.y =
+            (all.empty() ? screen.frame.height : all.front().frame.height) - screen.frame.y - screen.frame.height;
     }
     return QRectF(bounds.x, bounds.y, bounds.width, bounds.height).toRect();
 }
@@ -61,8 +62,8 @@ void TaskbarPanelController::rebuildPanels()
 
 std::unique_ptr<TaskbarPanel> TaskbarPanelController::makePanel(const platform::Screen &screen)
 {
-    auto panel = std::make_unique<TaskbarPanel>(model, services, platform, screen,
-                                                toolkitRectangle(platform.screens, screen));
+    auto panel =
+        std::make_unique<TaskbarPanel>(model, services, platform, screen, toolkitRectangle(platform.screens, screen));
     panel->orderFront();
     return panel;
 }

@@ -62,8 +62,7 @@ public:
 
     // ------------------------------------------------------------------------------------------------ settings
     const SettingsValues &settings() const { return store.values(); }
-    // Assigns a setting as the settings panel does: a plain value is saved with its group at once. An equal value does
-    // nothing.
+    // Assigns a setting as the settings panel does: a plain value is saved with its group at once.
     template <typename T> void set(T SettingsValues::*member, std::type_identity_t<T> value)
     {
         store.assign(member, std::move(value));
@@ -113,6 +112,7 @@ public:
     // The recent tasks that are still there, newest first.
     std::vector<RunningAppItem> recentWindows() const;
     void clearRecents();
+    void confirmClearRecents();
 
     // ------------------------------------------------------------------------------------------------ grouping
     std::vector<TaskbarEntry> taskbarEntries(bool groupAll) const;
@@ -269,7 +269,7 @@ private:
     void join(const std::vector<RunningAppItem> &items, const std::string &groupKey);
     void forgetTasks(const std::set<std::string> &ids);
     bool pressCloseButton(const platform::Element &window, bool &hasButton);
-    bool confirmed(const std::string &message, const std::string &informative);
+    bool confirmed(const std::string &message, const std::string &informative, const std::string &button = "Continue");
     void raise(const platform::Element &window, Pid pid);
 
     platform::Platform &platform;

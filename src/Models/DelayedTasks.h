@@ -28,7 +28,7 @@ public:
     {
         std::erase_if(tasks, [](const auto &task) { return task->finished; });
         auto task = std::make_shared<Task>();
-        const Handle handle = task;
+        Handle handle = task;
         task->subscription = loop.after(delay, [handle, callback = std::move(callback)] {
             if (const auto running = handle.lock()) {
                 running->finished = true;

@@ -6,6 +6,7 @@
 
 #include <span>
 #include <string>
+#include <string_view>
 #include <unordered_set>
 
 namespace korvane {
@@ -19,6 +20,11 @@ inline constexpr int depthLimit = 5;
 
 // The titles of the badged items. Empty without a dock or when it does not answer.
 BadgedNames dockBadgedAppNames(platform::Platform &platform);
+// Of the mark on the bar.
+constexpr std::string_view attentionToolTip(std::size_t attentionCount)
+{
+    return attentionCount == 0 ? "No apps need attention" : "Notifications";
+}
 // Whether the attention list raises the mark on the bar, under the filter of the settings.
 bool shouldShowIndicator(std::span<const AttentionAppItem> attentionApps, const SettingsValues &settings);
 

@@ -161,13 +161,6 @@ void Settings::write(const Setting &setting)
     std::visit([&](auto member) { store(defaults, setting.key, current.*member); }, setting.member);
 }
 
-void Settings::assigned(const Setting &setting)
-{
-    changed.emit(setting);
-    if (setting.savesOnChange)
-        save(setting.group);
-}
-
 void Settings::forgetDefaultColors()
 {
     current.defaultAppColors.clear();

@@ -18,13 +18,17 @@ public:
     // For the operations that change a list and save it themselves.
     SettingsValues &edit() { return current; }
 
-    // Stores the value and, for a plain one, writes its whole group. An equal value is no change and does nothing.
+    // Stores the value and, for a plain one, writes its whole group, so that a key an older version did not know stands
+    // there after whatever assignment. Observers are told of a new value only.
     template <typename T> void assign(T SettingsValues::*member, T value)
     {
-        if (current.*member == value)
-            return;
-        current.*member = std::move(value);
-        assigned(*settingOf(member));
+        const Setting &setting = *settingOf(member);
+        if (current.*member != value) {
+            current.*member = std::move(value);
+            changed.emit(setting);
+        }
+        if (setting.savesOnChange)
+            save(setting.group);
     }
 
     // Writes every key of the group, in the order of the table.
@@ -35,14 +39,13 @@ public:
     // Takes every stored default colour back, for good: the first-run colours do not return.
     void forgetDefaultColors();
 
-    // A value was stored by assign(), before its group is saved.
+    // A new value was stored by assign(); its group is saved after that.
     Signal<const Setting &> changed;
 
 private:
     void load();
     void loadMigrated();
     void write(const Setting &setting);
-    void assigned(const Setting &setting);
 
     template <typename T> static const Setting *settingOf(T SettingsValues::*member)
     {

@@ -106,8 +106,8 @@ QPixmap IconPixmaps::pixmap(const platform::ImagePtr &image, int size, double de
         const QImage picture = platform::toQImage(*image);
         entry->second.image = image;
         if (!picture.isNull()) {
-            entry->second.pixmap = QPixmap::fromImage(
-                picture.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+            entry->second.pixmap =
+                QPixmap::fromImage(picture.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation));
             entry->second.pixmap.setDevicePixelRatio(devicePixelRatio);
         }
         const QPixmap made = entry->second.pixmap;

@@ -65,8 +65,8 @@ QRectF TaskButton::textRectangle() const
     const double left = metrics::buttonPadding + metrics::buttonIconSize + metrics::iconTextSpacing;
     double right = width() - metrics::buttonPadding;
     if (const QString count = countText(); !count.isEmpty())
-        right -= QFontMetricsF(systemFont(metrics::countFontSize, true)).horizontalAdvance(count)
-            + metrics::iconTextSpacing;
+        right -=
+            QFontMetricsF(systemFont(metrics::countFontSize, true)).horizontalAdvance(count) + metrics::iconTextSpacing;
     return {left, 0, std::max(0.0, right - left), static_cast<double>(height())};
 }
 

@@ -1,5 +1,6 @@
 #include "Views/TaskButtonLook.h"
 
+#include "Models/StripRules.h"
 #include "Views/Metrics.h"
 
 #include <algorithm>
@@ -7,16 +8,14 @@
 namespace korvane::TaskButtonLooks {
 namespace {
 
-Strip activeStrip(const SettingsValues &settings)
+std::optional<Strip> drawn(const std::optional<StripChoice> &choice, const SettingsValues &settings)
 {
-    return {TabColors::storedTabColor(settings.activeWindowStripColor).value_or(TabColors::activeStripFallback),
-            metrics::activeStripOpacity};
-}
-
-Strip previousStrip(const SettingsValues &settings)
-{
-    return {TabColors::storedTabColor(settings.lastWindowStripColor).value_or(TabColors::lastStripFallback),
-            metrics::previousStripOpacity};
+    if (!choice)
+        return std::nullopt;
+    const bool active = *choice == StripRules::activeStrip;
+    const auto &name = active ? settings.activeWindowStripColor : settings.lastWindowStripColor;
+    const Rgb fallback = active ? TabColors::activeStripFallback : TabColors::lastStripFallback;
+    return Strip{TabColors::storedTabColor(name).value_or(fallback), choice->opacity};
 }
 
 // A coloured button does not show the active highlight; its strip alone tells.
@@ -44,10 +43,8 @@ TaskButtonLook ofItem(const AppModel &model, const RunningAppItem &item, bool st
     look.isActive = item.isActive;
     look.stripAtTop = stripAtTop;
     fill(look, model.liveTabColorName(item.id), settings);
-    if (settings.blueStripsEnabled && item.isActive)
-        look.strip = activeStrip(settings);
-    else if (settings.blueStripsEnabled && model.isPreviousWindow(item))
-        look.strip = previousStrip(settings);
+    look.strip =
+        drawn(StripRules::task(settings.blueStripsEnabled, item.isActive, model.isPreviousWindow(item)), settings);
     return look;
 }
 
@@ -63,10 +60,10 @@ TaskButtonLook ofGroup(const AppModel &model, const RunningAppGroup &group, bool
     look.stripAtTop = stripAtTop;
     look.windowCount = group.windows.size();
     fill(look, TabColors::groupColorName(model.liveTabColors(), group), settings);
-    if (settings.blueStripsEnabled
-        && std::any_of(group.windows.begin(), group.windows.end(),
-                       [&](const RunningAppItem &item) { return model.isActiveBlueStripWindow(item); }))
-        look.strip = activeStrip(settings);
+    const bool holdsActive = std::any_of(group.windows.begin(), group.windows.end(), [&](const RunningAppItem &item) {
+        return model.isActiveBlueStripWindow(item);
+    });
+    look.strip = drawn(StripRules::group(settings.blueStripsEnabled, holdsActive), settings);
     return look;
 }
 

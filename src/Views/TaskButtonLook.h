@@ -21,8 +21,8 @@ struct TaskButtonLook {
     ImagePtr icon;
     std::string glyph;  // in place of the icon; empty for none
     bool isActive = false;
-    double fillOpacity = 0;       // of white, or of the colour
-    std::optional<Rgb> color;     // absent: white
+    double fillOpacity = 0;    // of white, or of the colour
+    std::optional<Rgb> color;  // absent: white
     std::optional<Strip> strip;
     bool stripAtTop = false;
     std::size_t windowCount = 0;  // shown from 2 on

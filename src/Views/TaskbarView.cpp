@@ -24,8 +24,7 @@ ViewServices::ViewServices() : tabText(systemFont(metrics::buttonFontSize)) {}
 
 TaskbarView::TaskbarView(AppModel &appModel, ViewServices &viewServices, QWidget *parent)
     : QWidget(parent), model(appModel), services(viewServices), mainRow(new MainRowGround(this))
-{
-}
+{}
 
 TaskbarView::~TaskbarView() = default;
 

@@ -2,8 +2,8 @@
 
 #include "Views/Metrics.h"
 
-#include <Qt>
 #include <QTextDocument>
+#include <Qt>
 
 namespace korvane {
 namespace {

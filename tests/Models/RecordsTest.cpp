@@ -1,5 +1,5 @@
-#include "Models/Identifiers.h"
 #include "Models/Records.h"
+#include "Models/Identifiers.h"
 #include "Models/Make.h"
 
 #include <gtest/gtest.h>

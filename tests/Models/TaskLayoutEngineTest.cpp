@@ -1,7 +1,7 @@
 #include "Models/TaskLayoutEngine.h"
 
-#include <gtest/gtest.h>
 #include <cmath>
+#include <gtest/gtest.h>
 
 namespace korvane::TaskLayoutEngine {
 namespace {
@@ -78,9 +78,10 @@ TEST(TaskLayoutEngine, RowsAboveTheThirdHaveNoBufferAndOneHeight)
 
 TEST(TaskLayoutEngine, ThePileNeverWidensAsItRises)
 {
-    const TaskLayout layout = makeLayout(1440, 127, 124, List{220, 90, 64, 180, 220, 75, 64, 64, 200, 210, 100, 64, 130,
-                                                             220, 99, 64, 180, 220, 75, 64, 64, 200, 210, 100, 64, 130},
-                                         nullptr);
+    const TaskLayout layout =
+        makeLayout(1440, 127, 124, List{220, 90, 64, 180, 220, 75, 64, 64, 200, 210, 100, 64, 130,
+                                        220, 99, 64, 180, 220, 75, 64, 64, 200, 210, 100, 64, 130},
+                   nullptr);
     ASSERT_GT(layout.overflowRows.size(), 1U);
     for (std::size_t i = 1; i < layout.overflowRows.size(); ++i)
         EXPECT_GE(layout.overflowRows[i].leading, layout.overflowRows[i - 1].leading);

@@ -155,9 +155,9 @@ void AppModel::quit(const RunningAppItem &item)
         platform.applications.terminate(item.processIdentifier);
 }
 
-bool AppModel::confirmed(const std::string &message, const std::string &informative)
+bool AppModel::confirmed(const std::string &message, const std::string &informative, const std::string &button)
 {
-    return platform.dialogs.runModal({message, informative, {"Continue", "Cancel"}}, 0.5) == firstButton;
+    return platform.dialogs.runModal({message, informative, {button, "Cancel"}}, 0.5) == firstButton;
 }
 
 void AppModel::confirmQuitApplication(const RunningAppItem &item)
@@ -186,6 +186,12 @@ void AppModel::confirmCloseAllWindows()
 {
     if (confirmed("Close All Windows?", "All open windows will be closed. Continue?"))
         closeAllWindows();
+}
+
+void AppModel::confirmClearRecents()
+{
+    if (confirmed("Clear Recents?", "Remove all items from the Recents list?", "Clear"))
+        clearRecents();
 }
 
 void AppModel::terminateApp()

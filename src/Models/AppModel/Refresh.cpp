@@ -43,11 +43,13 @@ void AppModel::refresh(bool forceBadgeScan, bool skipUnchangedDownstream)
             publish("previousWindowIDsByApplication");
     }
     publishAttention(std::move(reading.attention));
-    if (skipUnchangedDownstream && settings().expertSkipUnchangedRefreshes && hasCompletedInitialRefresh
-        && (unchanged || equalsPublished(reading.windows))) {
-        listChangedOutside = !trusted;
-        refreshing = false;
-        return;
+    if (skipUnchangedDownstream && settings().expertSkipUnchangedRefreshes && hasCompletedInitialRefresh) {
+        KORVANE_ASSERT(!taskPlaces.hasDuplicates(), "two tasks of the list have one identifier");
+        if (unchanged || equalsPublished(reading.windows)) {
+            listChangedOutside = !trusted;
+            refreshing = false;
+            return;
+        }
     }
 
     placeNewWindows(reading.windows);
@@ -195,7 +197,6 @@ void AppModel::publishAttention(std::optional<std::vector<AttentionAppItem>> lis
 // Whether the windows are those of the published list, in whatever order.
 bool AppModel::equalsPublished(const ItemList &windows) const
 {
-    KORVANE_ASSERT(!taskPlaces.hasDuplicates(), "two tasks of the list have one identifier");
     if (windows.size() != tasks.size())
         return false;
     return std::all_of(windows.begin(), windows.end(), [this](const RunningAppItem *item) {

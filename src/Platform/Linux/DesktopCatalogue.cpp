@@ -69,7 +69,8 @@ DesktopEntry describeEntry(GDesktopAppInfo *application)
     const auto words = commandWords(g_app_info_get_commandline(info));
     entry.executable = words.empty() ? std::string() : words.front();
     entry.hasArguments = words.size() > 1;
-    for (const auto category : split(orEmpty(g_desktop_app_info_get_categories(application))))
+    const char *categories = g_desktop_app_info_get_categories(application);
+    for (const auto category : split(categories != nullptr ? categories : ""))
         entry.categories.emplace_back(category);
     entry.shown = !g_desktop_app_info_get_nodisplay(application);
     return entry;

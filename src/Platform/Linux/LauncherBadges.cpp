@@ -88,9 +88,9 @@ private:
     {
         updates = g_dbus_connection_signal_subscribe(bus.get(), nullptr, interfaceName, "Update", nullptr, nullptr,
                                                      G_DBUS_SIGNAL_FLAGS_NONE, &Listener::updated, hold(), &release);
-        owners = g_dbus_connection_signal_subscribe(bus.get(), "org.freedesktop.DBus", "org.freedesktop.DBus",
-                                                    "NameOwnerChanged", "/org/freedesktop/DBus", nullptr,
-                                                    G_DBUS_SIGNAL_FLAGS_NONE, &Listener::ownerChanged, hold(), &release);
+        owners = g_dbus_connection_signal_subscribe(
+            bus.get(), "org.freedesktop.DBus", "org.freedesktop.DBus", "NameOwnerChanged", "/org/freedesktop/DBus",
+            nullptr, G_DBUS_SIGNAL_FLAGS_NONE, &Listener::ownerChanged, hold(), &release);
     }
 
     static void updated(GDBusConnection *, const gchar *sender, const gchar *, const gchar *, const gchar *,
@@ -134,8 +134,7 @@ private:
 
     static void ownerKnown(GObject *connection, GAsyncResult *result, gpointer held)
     {
-        const std::unique_ptr<std::pair<Self, std::string>> question(
-            static_cast<std::pair<Self, std::string> *>(held));
+        const std::unique_ptr<std::pair<Self, std::string>> question(static_cast<std::pair<Self, std::string> *>(held));
         const Variant reply(g_dbus_connection_call_finish(G_DBUS_CONNECTION(connection), result, nullptr));
         const auto listener = question->first.lock();
         if (!listener || !reply)

@@ -69,7 +69,8 @@ std::optional<std::string> readText(plist_t node)
         return std::nullopt;
     std::uint64_t size = 0;
     const char *text = plist_get_string_ptr(node, &size);
-    return text != nullptr ? std::string(text, size) : std::string();
+    // What a hand or another program wrote there is no better than what comes through the setters.
+    return text != nullptr ? storableText(std::string_view(text, size)) : std::string();
 }
 
 template <typename Visit> void forEachItem(plist_t dictionary, Visit visit)
@@ -85,7 +86,7 @@ template <typename Visit> void forEachItem(plist_t dictionary, Visit visit)
         if (key == nullptr)
             break;
         if (value != nullptr)
-            visit(std::string(key), value);
+            visit(storableText(key), value);
         std::free(key);
     }
     std::free(iterator);

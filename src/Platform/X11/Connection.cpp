@@ -104,7 +104,7 @@ xcb_atom_t Connection::intern(const std::string &name)
 {
     const Reply<xcb_intern_atom_reply_t> reply{xcb_intern_atom_reply(
         handle, xcb_intern_atom(handle, 0, static_cast<std::uint16_t>(name.size()), name.c_str()), nullptr)};
-    return reply ? reply->atom : XCB_ATOM_NONE;
+    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
 void Connection::handleEvent(const xcb_generic_event_t &event)

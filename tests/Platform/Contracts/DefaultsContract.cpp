@@ -178,7 +178,7 @@ TEST_P(DefaultsContract, RemovingAllLeavesNothing)
 TEST_P(DefaultsContract, BrokenTextDoesNotCostTheOtherSettings)
 {
     defaults().setInteger("kept", 5);
-    defaults().setString("odd", std::string("a\0\x01\x1b[2J\xff\xed\xa0\x80 z", 14));
+    defaults().setString("odd", std::string("a\0\x01\x1b[2J\xff\xed\xa0\x80 z", 13));
     harness->reopen();
     EXPECT_EQ(defaults().integer("kept"), 5);
     const auto odd = defaults().string("odd");

@@ -1,0 +1,69 @@
+#include "App/LinuxDesktop.h"
+
+#include "Platform/Linux/UserDirectories.h"
+#include "Platform/Qt/IconFile.h"
+
+#include <QGuiApplication>
+#include <QIcon>
+#include <chrono>
+
+namespace korvane {
+namespace {
+
+constexpr int iconSide = 64;
+
+xcb_connection_t *viewsConnection()
+{
+    const auto *native = qApp->nativeInterface<QNativeInterface::QX11Application>();
+    return native ? native->connection() : nullptr;
+}
+
+}  // namespace
+
+LinuxDesktop::LinuxDesktop()
+    : defaults(loop, platform::defaultsFile()), login(platform::autostartFile(), platform::runningExecutable()),
+      launching(catalogue, [] { return std::uint32_t{0}; })
+{}
+
+std::unique_ptr<LinuxDesktop> LinuxDesktop::open(const std::string &display)
+{
+    std::unique_ptr<LinuxDesktop> desktop(new LinuxDesktop);
+    LinuxDesktop &self = *desktop;
+    self.windows = platform::X11Platform::open({display, 1, viewsConnection()}, self.loop, self.catalogue,
+                                               [&self](std::string_view name) { return self.loadIcon(name); });
+    if (!self.windows)
+        return nullptr;
+    self.badges =
+        std::make_unique<platform::LauncherBadges>([&self] { self.windows->setLauncherBadges(self.badges->labels()); });
+    self.dialogs = std::make_unique<platform::QtDialogs>(&self.windows->panels());
+    return desktop;
+}
+
+platform::ImagePtr LinuxDesktop::loadIcon(std::string_view name)
+{
+    if (!theme)
+        theme = std::make_unique<platform::IconTheme>(QIcon::themeName().toStdString(),
+                                                      platform::IconTheme::standardFolders());
+    const auto file = theme->find(name, iconSide);
+    return file.empty() ? nullptr : platform::loadIconFile(file, iconSide);
+}
+
+platform::Platform LinuxDesktop::platform()
+{
+    return {loop,
+            windows->applications(),
+            windows->accessibility(),
+            windows->windowList(),
+            windows->screens(),
+            windows->pointer(),
+            windows->panels(),
+            windows->hotKeys(),
+            login,
+            defaults,
+            launching,
+            text,
+            icons,
+            *dialogs};
+}
+
+}  // namespace korvane

@@ -1,0 +1,43 @@
+// What the simulated desktop consists of, as a test writes it down.
+#pragma once
+
+#include "Platform/Accessibility.h"
+#include "Platform/Applications.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace korvane::simulated {
+
+enum class Behaviour {
+    passive,  // actions are noted and change nothing
+    live,     // actions take effect as on a desktop, and the applications tell of it at the next turn of the loop
+};
+
+enum class CloseButton { works, fails, none };
+
+struct Window {
+    std::uint64_t hash = 0;  // within one application, equal hashes mean the same window
+    std::optional<std::string> title;
+    std::optional<platform::Value> identifier;  // text, or a value of another type; absent: no such attribute
+    std::optional<bool> minimized = false;      // absent: can't be read
+    CloseButton closeButton = CloseButton::works;
+    platform::AxStatus readStatus = platform::AxStatus::success;  // anything else is what every read of it gives
+};
+
+struct Process {
+    platform::Application application;
+    std::optional<std::vector<Window>> windows = std::vector<Window>{};  // absent: can't be read
+    std::optional<std::uint64_t> focusedWindow;                          // its hash
+    platform::ImagePtr icon;
+};
+
+// An element of the dock's tree. What is absent can't be read; what is read need not be text.
+struct DockItem {
+    std::optional<platform::Value> title, subrole, statusLabel;
+    std::optional<std::vector<DockItem>> children;
+};
+
+}  // namespace korvane::simulated

@@ -1,0 +1,52 @@
+// Elements, attributes and actions of the simulated desktop's windows and of its dock.
+#pragma once
+
+#include "Platform/Accessibility.h"
+#include "Platform/Simulated/SimulatedApplications.h"
+
+namespace korvane::simulated {
+
+class SimulatedAccessibility final : public platform::Accessibility {
+public:
+    using Element = platform::Element;
+    using AxStatus = platform::AxStatus;
+
+    SimulatedAccessibility(SimulatedApplications &owner, ActionLog &actions)
+        : applications(owner), log(actions), tellsRevisions(owner.isLive())
+    {}
+
+    bool trusted() override { return granted; }
+    bool trustedPrompting() override;
+    ToolResult resetGrant(std::string_view bundleIdentifier) override;
+    Element application(platform::Pid pid) override;
+    AxStatus copy(const Element &element, std::string_view attribute, platform::Value &out) override;
+    AxStatus set(const Element &element, std::string_view attribute, bool value) override;
+    AxStatus perform(const Element &element, std::string_view action) override;
+    bool equal(const Element &left, const Element &right) override;
+    std::uint64_t hash(const Element &element) override;
+    std::optional<std::uint64_t> revision(platform::Pid pid) override;
+
+    // Without the permission every read and every action gives noPermission.
+    void setTrusted(bool value);
+    // What the user answers to the system's question: from the next one on the permission is there.
+    void setGrantsWhenPrompted(bool grants) { grantsWhenPrompted = grants; }
+    void setResetResult(ToolResult result) { resetResult = std::move(result); }
+    // Whether revision() answers. At first only a live desktop does.
+    void setRevisionsSupported(bool supported) { tellsRevisions = supported; }
+    // Attributes read so far.
+    std::uint64_t readCount() const { return reads; }
+
+private:
+    AxStatus copyOfApplication(const ElementNode &node, std::string_view attribute, platform::Value &out) const;
+    AxStatus copyOfWindow(const Element &element, std::string_view attribute, platform::Value &out) const;
+    AxStatus copyOfDock(const DockNode &item, std::string_view attribute, platform::Value &out) const;
+
+    SimulatedApplications &applications;
+    ActionLog &log;
+    bool granted = true, grantsWhenPrompted = false;
+    bool tellsRevisions;
+    ToolResult resetResult{true, 0, {}};
+    std::uint64_t reads = 0;
+};
+
+}  // namespace korvane::simulated

@@ -1,0 +1,150 @@
+// The applications of the simulated desktop with their windows, and what becomes of them.
+#pragma once
+
+#include "Platform/Applications.h"
+#include "Platform/Simulated/ActionLog.h"
+#include "Platform/Simulated/DesktopRecords.h"
+#include "Platform/Simulated/Elements.h"
+#include "Platform/Simulated/Observers.h"
+#include "Platform/Simulated/VirtualLoop.h"
+
+#include <array>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace korvane::simulated {
+
+class SimulatedApplications final : public platform::Applications {
+public:
+    using Pid = platform::Pid;
+    using Application = platform::Application;
+    using ApplicationEvent = platform::ApplicationEvent;
+    using SessionEvent = platform::SessionEvent;
+    using Hash = std::uint64_t;
+
+    // The process whose element tree is the dock's.
+    static constexpr Pid dockPid = 77;
+
+    SimulatedApplications(Behaviour kind, VirtualLoop &mainLoop, ActionLog &actions);
+    ~SimulatedApplications() override;
+
+    // ------------------------------------------------------------------------------------------------ the port
+    Pid self() const override { return ownPid; }
+    const std::vector<Application> &running() override { return snapshots; }
+    std::optional<Application> find(Pid pid) override;
+    std::vector<Application> withBundleIdentifier(std::string_view bundleIdentifier) override;
+    platform::ImagePtr icon(Pid pid) override;
+    bool hide(Pid pid) override;
+    bool unhide(Pid pid) override;
+    bool terminate(Pid pid) override;
+    bool activate(Pid pid, platform::Activate options) override;
+    bool becomeAccessory() override;
+    [[nodiscard]] platform::Subscription observe(ApplicationEvent event, std::function<void()> callback) override;
+    [[nodiscard]] platform::Subscription observe(SessionEvent event, std::function<void()> callback) override;
+
+    // ------------------------------------------------------------------------------------------------ setting up
+    // Each of these takes place whether the desktop is passive or live; on a live one its applications tell of it. What
+    // names an application or a window that is not there does nothing.
+
+    void setSelf(Pid pid) { ownPid = pid; }
+    // In place of the application with that pid, else after all others. Windows that were there before and are there
+    // again stay the same windows.
+    void put(Process process);
+    // The process ends.
+    void remove(Pid pid);
+    void clear();
+    // Its tree becomes the dock's; absent: there is no such process.
+    void setDock(const std::optional<DockItem> &root);
+    // Makes it the frontmost one, or none.
+    void setActive(std::optional<Pid> pid);
+    void setHidden(Pid pid, bool hidden);
+    // Ended, but still listed for a moment.
+    void setTerminated(Pid pid, bool terminated);
+    // A new window at the end of the application's list.
+    void openWindow(Pid pid, Window window);
+    void closeWindow(Pid pid, Hash hash);
+    void setTitle(Pid pid, Hash hash, std::optional<std::string> title);
+    void setMinimized(Pid pid, Hash hash, bool minimized);
+    void changeWindow(Pid pid, Hash hash, const std::function<void(Window &)> &change);
+    void setFocusedWindow(Pid pid, std::optional<Hash> hash);
+    // A click into the window: it comes to the front and its application becomes the frontmost one.
+    void focusWindow(Pid pid, Hash hash);
+    // Every read of the application gives this from now on; success restores it.
+    void setReadStatus(Pid pid, platform::AxStatus status);
+    void setRefusesAccessory(bool refuses) { refusesAccessory = refuses; }
+
+    // The observers are told at the next turn of the loop.
+    void notify(ApplicationEvent event);
+    void notify(SessionEvent event);
+
+    // ------------------------------------------------------------------------------------------------ looking
+    const Window *window(Pid pid, Hash hash) const;
+    std::size_t windowCount(Pid pid) const;
+    std::optional<Hash> focusedWindow(Pid pid) const;
+    std::optional<Pid> active() const;
+    bool isAccessory() const { return accessory; }
+    // How often the dock's process was asked for, which every scan for badges begins with.
+    int dockQueries() const { return dockQueryCount; }
+    std::size_t observerCount() const;
+
+    // ------------------------------------------------------------------------------------------------ for the elements
+    struct ProcessNode {
+        std::size_t place = 0;  // in the list of the running ones
+        std::shared_ptr<const ApplicationNode> element;
+        std::optional<std::vector<WindowPtr>> windows;
+        std::unordered_map<Hash, WindowPtr> byHash;
+        std::optional<Hash> focused;
+        platform::ImagePtr icon;
+        std::shared_ptr<const DockNode> dock;
+        platform::AxStatus readStatus = platform::AxStatus::success;
+        std::uint64_t revision = 0;
+    };
+    // Null for a dead process.
+    const ProcessNode *process(Pid pid) const;
+    // Answers may have changed for everybody.
+    void touchAll();
+    // What a live desktop does on an action. False when the window or the application is gone.
+    bool raise(const WindowNode &node);
+    bool minimize(const WindowNode &node, bool minimized);
+    bool close(const WindowNode &node);
+    void bringForward(Pid pid, bool allWindows);
+    bool isLive() const { return behaviour == Behaviour::live; }
+    // The windows that can be seen, front to back.
+    std::vector<WindowPtr> onScreen() const;
+    Application applicationOf(Pid pid) const;
+
+private:
+    ProcessNode *node(Pid pid);
+    const WindowNode *windowNode(Pid pid, Hash hash);
+    void fill(ProcessNode &process, Process &&content);
+    void touch(ProcessNode &process) { process.revision = ++revisions; }
+    // The application's windows changed: its stamp, and on a live desktop a notice at the next turn.
+    void windowsChanged(ProcessNode &process);
+    void tell(ApplicationEvent event);
+    // The focus of an application goes to its frontmost window that can be seen.
+    void refocus(ProcessNode &process);
+    // After the frontmost application lost its last visible window: to whoever is next.
+    void passFocusOn(Pid from);
+    bool hasVisibleWindow(const ProcessNode &process) const;
+
+    Behaviour behaviour;
+    VirtualLoop &loop;
+    ActionLog &log;
+    Pid ownPid = 500;
+    std::vector<Application> snapshots;  // in the platform's order
+    std::unordered_map<Pid, ProcessNode> processes;
+    std::uint64_t revisions = 0, raises = 0;
+    std::array<Observers<>, 5> applicationObservers;
+    std::array<Observers<>, 6> sessionObservers;
+    bool windowNoticePending = false;
+    bool accessory = false, refusesAccessory = false;
+    int dockQueryCount = 0;
+    std::shared_ptr<bool> alive = std::make_shared<bool>(true);  // for what is posted
+};
+
+}  // namespace korvane::simulated

@@ -1,0 +1,53 @@
+// A whole desktop in memory with virtual time, for tests, cases and benchmarks. Nothing moves by itself: a test sets it
+// up through the parts below, lets time pass with loop.advance(), and looks at what was asked of it in `actions`.
+//
+//     SimulatedDesktop desktop;
+//     desktop.applications.put({.application = {.pid = 7, .localizedName = "Mail"}, .windows = {{{.hash = 1}}}});
+//     auto platform = desktop.platform();
+#pragma once
+
+#include "Platform/Icu/IcuText.h"
+#include "Platform/Platform.h"
+#include "Platform/Simulated/ActionLog.h"
+#include "Platform/Simulated/MemoryDefaults.h"
+#include "Platform/Simulated/SimulatedAccessibility.h"
+#include "Platform/Simulated/SimulatedApplications.h"
+#include "Platform/Simulated/SimulatedSurroundings.h"
+#include "Platform/Simulated/VirtualLoop.h"
+
+namespace korvane::simulated {
+
+class SimulatedDesktop {
+public:
+    explicit SimulatedDesktop(Behaviour behaviour = Behaviour::live)
+        : applications(behaviour, loop, actions), accessibility(applications, actions), windowList(applications),
+          screens(loop), pointer(screens, actions), hotKeys(loop), launching(applications, actions), dialogs(actions)
+    {}
+    SimulatedDesktop(const SimulatedDesktop &) = delete;
+    SimulatedDesktop &operator=(const SimulatedDesktop &) = delete;
+
+    // References to the parts: the desktop must outlive them.
+    platform::Platform platform()
+    {
+        return {loop,    applications, accessibility, windowList, screens, pointer, panels,
+                hotKeys, loginItem,    defaults,      launching,  text,    icons,   dialogs};
+    }
+
+    VirtualLoop loop;
+    ActionLog actions;
+    SimulatedApplications applications;
+    SimulatedAccessibility accessibility;
+    SimulatedWindowList windowList;
+    SimulatedScreens screens;
+    SimulatedPointer pointer;
+    SimulatedPanels panels;
+    SimulatedHotKeys hotKeys;
+    SimulatedLoginItem loginItem;
+    MemoryDefaults defaults;
+    SimulatedLaunching launching;
+    platform::IcuText text;
+    SimulatedIcons icons;
+    SimulatedDialogs dialogs;
+};
+
+}  // namespace korvane::simulated

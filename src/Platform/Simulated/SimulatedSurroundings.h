@@ -1,0 +1,196 @@
+// What stands around the windows of the simulated desktop: screens, pointer, panels, keys, launching, pictures, alerts.
+#pragma once
+
+#include "Platform/Dialogs.h"
+#include "Platform/HotKeys.h"
+#include "Platform/Icons.h"
+#include "Platform/Launching.h"
+#include "Platform/Panels.h"
+#include "Platform/Screens.h"
+#include "Platform/Simulated/ActionLog.h"
+#include "Platform/Simulated/Observers.h"
+#include "Platform/Simulated/SimulatedApplications.h"
+#include "Platform/Simulated/VirtualLoop.h"
+#include "Platform/WindowList.h"
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace korvane::simulated {
+
+class SimulatedWindowList final : public platform::WindowList {
+public:
+    using Windows = std::vector<platform::OnScreenWindow>;
+
+    explicit SimulatedWindowList(const SimulatedApplications &owner) : applications(owner) {}
+
+    std::optional<Windows> onScreen() override;
+    // Answers this from now on; absent: the server does not answer. Before that, a live desktop lists its windows and
+    // a passive one lists nothing.
+    void set(std::optional<Windows> windows) { fixed = std::move(windows); }
+
+private:
+    const SimulatedApplications &applications;
+    std::optional<std::optional<Windows>> fixed;
+};
+
+class SimulatedScreens final : public platform::Screens {
+public:
+    explicit SimulatedScreens(VirtualLoop &mainLoop) : loop(mainLoop) {}
+
+    std::vector<platform::Screen> all() override { return screens; }
+    std::optional<std::size_t> main() override;
+    platform::Rect displayBounds(std::uint32_t number) override;
+    [[nodiscard]] platform::Subscription observeChanges(std::function<void()> callback) override;
+
+    // Replaces the screens, one of 1440 × 900 at first. The observers are told at the next turn of the loop.
+    void set(std::vector<platform::Screen> list);
+    void setMain(std::size_t index) { mainIndex = index; }
+    // From the top-left coordinates of displays to the bottom-left ones of the desktop, and back.
+    platform::Point flipped(platform::Point point) const;
+
+private:
+    VirtualLoop &loop;
+    std::vector<platform::Screen> screens{{1, {0, 0, 1440, 900}, 1}};
+    std::size_t mainIndex = 0;
+    std::shared_ptr<Observers<>> observers = std::make_shared<Observers<>>();
+};
+
+class SimulatedPointer final : public platform::Pointer {
+public:
+    SimulatedPointer(const SimulatedScreens &owner, ActionLog &actions) : screens(owner), log(actions) {}
+
+    platform::Point location() override { return place; }
+    void warp(platform::Point display) override;
+    void moveTo(platform::Point desktop) { place = desktop; }
+
+private:
+    const SimulatedScreens &screens;
+    ActionLog &log;
+    platform::Point place;
+};
+
+class SimulatedPanels final : public platform::Panels {
+public:
+    void apply(platform::NativeView view, const platform::PanelTraits &traits) override { applied[view] = traits; }
+    void orderFrontRegardless(platform::NativeView view) override { orderedFront.push_back(view); }
+    bool translucencyAvailable() override { return translucent; }
+
+    void setTranslucencyAvailable(bool available) { translucent = available; }
+    std::map<platform::NativeView, platform::PanelTraits> applied;
+    std::vector<platform::NativeView> orderedFront;  // in the order of asking
+
+private:
+    bool translucent = true;
+};
+
+class SimulatedHotKeys final : public platform::HotKeys {
+public:
+    explicit SimulatedHotKeys(VirtualLoop &mainLoop) : loop(mainLoop) {}
+
+    [[nodiscard]] platform::Subscription install(std::function<void(std::uint32_t id)> handler) override;
+    [[nodiscard]] platform::Subscription add(const platform::HotKey &key) override;
+
+    // The person presses the key of that id; the handler is told at the next turn. False when nobody holds such a key.
+    bool press(std::uint32_t id);
+    // Another program holds the key from now on.
+    void take(std::uint32_t keyCode, std::uint32_t modifiers) { taken.insert({keyCode, modifiers}); }
+    bool holds(std::uint32_t id) const;
+
+private:
+    VirtualLoop &loop;
+    std::set<std::pair<std::uint32_t, std::uint32_t>> taken;
+    std::shared_ptr<std::vector<platform::HotKey>> keys = std::make_shared<std::vector<platform::HotKey>>();
+    std::shared_ptr<Observers<std::uint32_t>> handlers = std::make_shared<Observers<std::uint32_t>>();
+};
+
+class SimulatedLoginItem final : public platform::LoginItem {
+public:
+    bool enabled() override { return present; }
+    std::optional<std::string> enable() override;
+
+    void setEnabled(bool enabled) { present = enabled; }
+    // What enable() fails with from now on; absent: it succeeds.
+    void setError(std::optional<std::string> text) { error = std::move(text); }
+
+private:
+    bool present = false;
+    std::optional<std::string> error;
+};
+
+class SimulatedLaunching final : public platform::Launching {
+public:
+    SimulatedLaunching(SimulatedApplications &owner, ActionLog &actions) : applications(owner), log(actions) {}
+
+    std::optional<std::string> applicationPath(std::string_view bundleIdentifier) override;
+    std::optional<std::string> bundleIdentifier(std::string_view applicationPath) override;
+    // On a live desktop an application that runs comes to the front, an installed one starts with one window.
+    void openApplication(std::string_view applicationPath, bool activates) override;
+    bool openUrl(std::string_view url) override;
+
+    void install(std::string bundleIdentifier, std::string path);
+    void uninstallAll();
+    // The addresses of that scheme open; at first those of the web and of the settings do.
+    void addScheme(std::string scheme) { schemes.insert(std::move(scheme)); }
+    void removeAllSchemes() { schemes.clear(); }
+    // How often the application there was opened, running or not.
+    int openCount(std::string_view path) const;
+    int openedUrlCount() const { return openedUrls; }
+
+private:
+    SimulatedApplications &applications;
+    ActionLog &log;
+    std::map<std::string, std::string, std::less<>> paths, identifiers;
+    std::map<std::string, int, std::less<>> openings;
+    std::set<std::string, std::less<>> schemes{"http", "https", "x-apple.systempreferences"};
+    int openedUrls = 0;
+    platform::Pid nextPid = 20000;
+};
+
+class SimulatedIcons final : public platform::Icons {
+public:
+    SimulatedIcons();
+
+    platform::ImagePtr ownIcon() override { return own; }
+    platform::ImagePtr symbol(std::string_view name) override;
+    void addSymbol(const std::string &name);
+    // A picture of one colour that the text chooses: different texts rarely look alike.
+    static platform::ImagePtr picture(std::string_view text, int side = 16);
+
+private:
+    platform::ImagePtr own;
+    std::map<std::string, platform::ImagePtr, std::less<>> symbols;
+};
+
+class SimulatedDialogs final : public platform::Dialogs {
+public:
+    explicit SimulatedDialogs(ActionLog &actions) : log(actions) {}
+
+    int runModal(const platform::Alert &alert, double horizontalCenterFraction) override;
+
+    // What every alert answers for which nothing is queued: 1000 at first, the first button.
+    void setResponse(int response) { usual = response; }
+    void queueResponse(int response) { queued.push_back(response); }
+    // Runs while an alert is open, for what happens behind it.
+    void setWhileOpen(std::function<void(const platform::Alert &)> callback) { whileOpen = std::move(callback); }
+
+    struct Shown {
+        platform::Alert alert;
+        double horizontalCenterFraction;
+    };
+    const std::vector<Shown> &shown() const { return alerts; }
+
+private:
+    ActionLog &log;
+    int usual = 1000;
+    std::deque<int> queued;
+    std::function<void(const platform::Alert &)> whileOpen;
+    std::vector<Shown> alerts;
+};
+
+}  // namespace korvane::simulated

@@ -1,0 +1,67 @@
+// A run loop whose time stands still until it is told to pass. Whole microseconds inside, so that many small steps end
+// exactly where one large step does.
+#pragma once
+
+#include "Platform/MainLoop.h"
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <utility>
+
+namespace korvane::simulated {
+
+class VirtualLoop final : public platform::MainLoop {
+public:
+    using Seconds = platform::Seconds;
+
+    VirtualLoop();
+    ~VirtualLoop() override;
+
+    Seconds monotonicNow() const override;
+    Seconds wallNow() const override;
+    // The tolerance is ignored: every call is punctual.
+    [[nodiscard]] platform::Subscription repeat(Seconds interval, Seconds tolerance,
+                                                std::function<void()> callback) override;
+    [[nodiscard]] platform::Subscription after(Seconds delay, std::function<void()> callback) override;
+    void post(std::function<void()> callback) override;
+    void terminate() override { hasTerminated = true; }
+
+    // Lets that much time pass: everything that falls due up to and including the end is called in order of time, and
+    // at one time in order of creation. Posted calls come before the timers of each moment.
+    void advance(Seconds duration);
+    // Serves the posted calls, also those that they post, without letting time pass.
+    void runPosted();
+    // Advances from one due time to the next until the condition holds; false when it does not within the limit.
+    bool runUntil(const std::function<bool()> &condition, Seconds limit);
+
+    bool terminated() const { return hasTerminated; }
+    // Timers and delays that wait.
+    std::size_t pendingTimers() const;
+    bool hasPosted() const { return !posted.empty(); }
+    // Moves the wall clock, as a person or a time server does; elapsed time is not touched.
+    void setWallNow(Seconds sinceEpoch);
+
+private:
+    struct Timer {
+        std::int64_t interval = 0;  // 0 for a single call
+        std::function<void()> callback;
+    };
+    using Key = std::pair<std::int64_t, std::uint64_t>;  // due time, order of creation
+    using Timers = std::map<Key, std::shared_ptr<Timer>>;
+    class Registration;
+    struct State;
+
+    platform::Subscription schedule(std::int64_t delay, std::int64_t interval, std::function<void()> callback);
+    // Serves the earliest timer due by then; false when there is none.
+    bool fireNext(std::int64_t limit);
+
+    std::shared_ptr<State> state;
+    std::deque<std::function<void()>> posted;
+    double wallOffset;
+    bool hasTerminated = false;
+};
+
+}  // namespace korvane::simulated

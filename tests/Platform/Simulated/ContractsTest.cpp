@@ -1,0 +1,89 @@
+// The simulated desktop keeps the promises that every backend keeps.
+#include "DefaultsContract.h"
+#include "IconsContract.h"
+#include "LaunchingContract.h"
+#include "LoginItemContract.h"
+#include "MainLoopContract.h"
+
+#include "Platform/Simulated/MemoryDefaults.h"
+#include "Platform/Simulated/SimulatedDesktop.h"
+
+namespace korvane::platform {
+namespace {
+
+class VirtualHarness final : public MainLoopHarness {
+public:
+    MainLoop &loop() override { return virtualLoop; }
+    bool runUntil(const std::function<bool()> &condition, Seconds limit) override
+    {
+        return virtualLoop.runUntil(condition, limit);
+    }
+    void runFor(Seconds duration) override { virtualLoop.advance(duration); }
+    void spend(Seconds) override {}
+    bool hasThreads() const override { return false; }
+
+private:
+    simulated::VirtualLoop virtualLoop;
+};
+
+class MemoryHarness final : public DefaultsHarness {
+public:
+    Defaults &defaults() override { return memory; }
+    void reopen() override { memory.synchronize(); }
+
+private:
+    simulated::MemoryDefaults memory;
+};
+
+class VirtualLaunchingHarness final : public LaunchingHarness {
+public:
+    explicit VirtualLaunchingHarness(simulated::Behaviour behaviour) : desktop(behaviour)
+    {
+        desktop.launching.install(identifier(), path);
+    }
+    Launching &launching() override { return desktop.launching; }
+    std::string identifier() override { return "com.example.editor"; }
+    int starts() override { return desktop.launching.openCount(path); }
+    int openedAddresses() override { return desktop.launching.openedUrlCount(); }
+    bool waitFor(const std::function<bool()> &condition) override
+    {
+        return desktop.loop.runUntil(condition, Seconds(1));
+    }
+
+private:
+    static constexpr const char *path = "/Applications/Editor.app";
+    simulated::SimulatedDesktop desktop;
+};
+
+class SimulatedLoginItemHarness final : public LoginItemHarness {
+public:
+    LoginItem &item() override { return loginItem; }
+    void refuse() override { loginItem.setError("refused"); }
+
+private:
+    simulated::SimulatedLoginItem loginItem;
+};
+
+template <simulated::Behaviour behaviour> std::unique_ptr<LaunchingHarness> makeLaunching()
+{
+    return std::make_unique<VirtualLaunchingHarness>(behaviour);
+}
+
+INSTANTIATE_TEST_SUITE_P(Simulated, LaunchingContract,
+                         testing::Values(&makeLaunching<simulated::Behaviour::passive>,
+                                         &makeLaunching<simulated::Behaviour::live>));
+INSTANTIATE_TEST_SUITE_P(Simulated, LoginItemContract, testing::Values([]() -> std::unique_ptr<LoginItemHarness> {
+                             return std::make_unique<SimulatedLoginItemHarness>();
+                         }));
+INSTANTIATE_TEST_SUITE_P(Simulated, MainLoopContract, testing::Values([]() -> std::unique_ptr<MainLoopHarness> {
+                             return std::make_unique<VirtualHarness>();
+                         }));
+INSTANTIATE_TEST_SUITE_P(Simulated, DefaultsContract, testing::Values([]() -> std::unique_ptr<DefaultsHarness> {
+                             return std::make_unique<MemoryHarness>();
+                         }));
+INSTANTIATE_TEST_SUITE_P(Simulated, IconsContract, testing::Values([]() -> std::unique_ptr<Icons> {
+                             return std::make_unique<simulated::SimulatedIcons>();
+                         }));
+
+}  // namespace
+}  // namespace korvane::platform

@@ -1,0 +1,39 @@
+#include "Areas.h"
+
+#include "Comparison.h"
+#include "Scenario.h"
+
+namespace korvane::vectors {
+namespace {
+
+CaseRunner functionRunner(const Functions &functions)
+{
+    return [&functions](const Json &testCase, const Json &) {
+        const std::string name = testCase.at("function");
+        const auto function = functions.find(name);
+        if (function == functions.end())
+            return Outcome::skip("no function " + name);
+        return compared(testCase.at("expected"), function->second(testCase.at("arguments")));
+    };
+}
+
+}  // namespace
+
+CaseRunner runnerOf(std::string_view area, const Json &file)
+{
+    if (file.contains("initialState"))
+        return runScenario;
+    if (area == "records")
+        return functionRunner(recordFunctions());
+    if (area == "colour_strings")
+        return functionRunner(colorFunctions());
+    if (area == "layout_engine")
+        return functionRunner(layoutEngineFunctions());
+    if (area == "widths_and_heights")
+        return functionRunner(widthFunctions());
+    if (area == "layout_pass")
+        return runLayoutPass;
+    return nullptr;
+}
+
+}  // namespace korvane::vectors

@@ -1,0 +1,20 @@
+// Which areas can be run, and by what.
+#pragma once
+
+#include "Case.h"
+
+#include <string_view>
+
+namespace korvane::vectors {
+
+// Null for an area that nothing here can run.
+CaseRunner runnerOf(std::string_view area, const Json &file);
+
+// The areas whose cases are single calls of pure functions.
+const Functions &recordFunctions();
+const Functions &colorFunctions();
+const Functions &layoutEngineFunctions();
+const Functions &widthFunctions();
+Outcome runLayoutPass(const Json &testCase, const Json &file);
+
+}  // namespace korvane::vectors
