@@ -36,8 +36,8 @@ public:
     bool managed() const { return manager != XCB_NONE; }
     // The managed windows, oldest first; without a manager those that look like windows of applications.
     const std::vector<WindowId> &order() const { return listed; }
-    // The same, bottom to top.
-    const std::vector<WindowId> &stacking() const { return stacked; }
+    // The same, bottom to top, where the manager tells.
+    const std::vector<WindowId> &stacking() const { return stackMissing ? listed : stacked; }
     // Null for a window that is not listed, which also is one that was destroyed.
     const WindowRecord *find(WindowId window) const;
     // 0 without one.
@@ -92,6 +92,7 @@ private:
     WindowId manager = XCB_NONE;
     xcb_atom_t managerSelection = XCB_ATOM_NONE;
     bool watchesTree = false;
+    bool stackMissing = false;
     bool listMissing = false;  // some managers take the list away when it is empty, and all when they end
     WindowId activeWindow = XCB_NONE;
     std::uint32_t desktop = 0;

@@ -78,8 +78,11 @@ void PropertyMirror::readRoot()
         if (list || listed.empty())
             applyList(std::move(list));
     }
-    if (stackCookie)
-        stacked = reader.answer(*stackCookie).value_or(listed);
+    if (stackCookie) {
+        auto stack = reader.answer(*stackCookie);
+        stackMissing = !stack;
+        stacked = std::move(stack).value_or(std::vector<WindowId>());
+    }
     if (activeCookie) {
         const auto active = reader.answer(*activeCookie);
         setActive(active && !active->empty() ? active->front() : XCB_NONE);
@@ -193,6 +196,7 @@ void PropertyMirror::listViewable()
             stack.push_back(window);
     setListed(std::move(windows));
     stacked = std::move(stack);
+    stackMissing = false;
 }
 
 }  // namespace korvane::platform::x11

@@ -1,0 +1,10 @@
+// The desktop of the contracts on a real X server with a window manager.
+#pragma once
+
+#include "DesktopWorld.h"
+
+namespace korvane::platform {
+
+std::unique_ptr<DesktopWorld> makeX11World();
+
+}  // namespace korvane::platform
