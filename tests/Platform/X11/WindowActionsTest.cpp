@@ -46,7 +46,7 @@ protected:
 INSTANTIATE_TEST_SUITE_P(Managers, WindowActions,
                          ::testing::Values("openbox --sm-disable", "icewm",
                                            "xfwm4 --compositor=off --sm-client-disable"),
-                         [](const auto &info) { return info.param.substr(0, info.param.find(' ')); });
+                         [](const auto &manager) { return manager.param.substr(0, manager.param.find(' ')); });
 
 TEST_P(WindowActions, AMinimisedWindowStaysATaskAndComesBack)
 {

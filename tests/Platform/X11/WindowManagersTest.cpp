@@ -87,10 +87,10 @@ INSTANTIATE_TEST_SUITE_P(Managers, EndOfManager,
                          ::testing::Combine(::testing::Values("openbox --sm-disable", "icewm",
                                                               "xfwm4 --compositor=off --sm-client-disable"),
                                             ::testing::Values(SIGKILL, SIGTERM)),
-                         [](const auto &info) {
-                             const std::string command = std::get<0>(info.param);
+                         [](const auto &manager) {
+                             const std::string command = std::get<0>(manager.param);
                              return command.substr(0, command.find(' '))
-                                    + (std::get<1>(info.param) == SIGKILL ? "Killed" : "Ended");
+                                    + (std::get<1>(manager.param) == SIGKILL ? "Killed" : "Ended");
                          });
 
 TEST_P(EndOfManager, TheWindowsAreNeverLostBetweenOneManagerAndTheNext)
