@@ -96,6 +96,38 @@ void paintStrip(QPainter &painter, const QRectF &rectangle, const QColor &color)
     painter.restore();
 }
 
+void paintNotificationMark(QPainter &painter, const NotificationMark &mark)
+{
+    const QColor red = toColor(*TabColors::storedTabColor("Red"), mark.opacity);
+    const QRectF frame(mark.frame.x, mark.frame.y, mark.frame.width, mark.frame.height);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(red);
+    switch (mark.shape) {
+    case NotificationMark::Shape::corner: {
+        QPainterPath corner(QPointF(frame.left() + mark.cornerRadius, frame.top()));
+        corner.quadTo(frame.topLeft(), QPointF(frame.left(), frame.top() + mark.cornerRadius));
+        corner.lineTo(frame.bottomLeft());
+        corner.lineTo(frame.topRight());
+        corner.closeSubpath();
+        painter.drawPath(corner);
+        break;
+    }
+    case NotificationMark::Shape::circle:
+        painter.drawEllipse(frame);
+        break;
+    case NotificationMark::Shape::roundedRectangle:
+        painter.drawRoundedRect(frame, mark.cornerRadius, mark.cornerRadius);
+        break;
+    case NotificationMark::Shape::line:
+        painter.setPen(QPen(red, mark.lineWidth, Qt::SolidLine, Qt::RoundCap));
+        painter.drawLine(QPointF(0, mark.lineLength), QPointF(mark.lineLength, 0));
+        break;
+    }
+    painter.restore();
+}
+
 QPixmap IconPixmaps::pixmap(const platform::ImagePtr &image, int size, double devicePixelRatio)
 {
     if (!image)

@@ -1,6 +1,7 @@
 // Shapes that several views draw.
 #pragma once
 
+#include "Models/NotificationMark.h"
 #include "Models/TabColors.h"
 #include "Platform/Image.h"
 
@@ -26,6 +27,8 @@ void paintCard(QPainter &painter, const QRectF &rectangle, double opacity, bool 
 void paintEndCap(QPainter &painter, const QRectF &rectangle);
 // A capsule.
 void paintStrip(QPainter &painter, const QRectF &rectangle, const QColor &color);
+
+void paintNotificationMark(QPainter &painter, const NotificationMark &mark);
 
 // Pictures scaled once for each size they are drawn at, and forgotten with the last record that holds them.
 class IconPixmaps {

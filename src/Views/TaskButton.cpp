@@ -124,6 +124,8 @@ void TaskButton::paintEvent(QPaintEvent *)
         paintStrip(painter, {metrics::stripPadding, y, width() - 2 * metrics::stripPadding, metrics::stripHeight},
                    toColor(look.strip->color, look.strip->opacity));
     }
+    if (const auto mark = NotificationMarks::ofStyle(look.markStyle, NotificationMarks::taskbarSize))
+        paintNotificationMark(painter, *mark);
 }
 
 }  // namespace korvane

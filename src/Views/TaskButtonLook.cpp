@@ -42,6 +42,8 @@ TaskButtonLook ofItem(const AppModel &model, const RunningAppItem &item, bool st
     look.icon = item.icon;
     look.isActive = item.isActive;
     look.stripAtTop = stripAtTop;
+    if (item.hasNotificationBadge)
+        look.markStyle = settings.notificationBadgeStyle;
     fill(look, model.liveTabColorName(item.id), settings);
     look.strip =
         drawn(StripRules::task(settings.blueStripsEnabled, item.isActive, model.isPreviousWindow(item)), settings);
@@ -59,6 +61,9 @@ TaskButtonLook ofGroup(const AppModel &model, const RunningAppGroup &group, bool
     look.isActive = group.isActive();
     look.stripAtTop = stripAtTop;
     look.windowCount = group.windows.size();
+    if (std::any_of(group.windows.begin(), group.windows.end(),
+                    [](const RunningAppItem &item) { return item.hasNotificationBadge; }))
+        look.markStyle = settings.notificationBadgeStyle;
     fill(look, TabColors::groupColorName(model.liveTabColors(), group), settings);
     const bool holdsActive = std::any_of(group.windows.begin(), group.windows.end(), [&](const RunningAppItem &item) {
         return model.isActiveBlueStripWindow(item);

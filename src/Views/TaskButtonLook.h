@@ -25,6 +25,7 @@ struct TaskButtonLook {
     std::optional<Rgb> color;  // absent: white
     std::optional<Strip> strip;
     bool stripAtTop = false;
+    std::string markStyle;        // of the notification mark; empty for none
     std::size_t windowCount = 0;  // shown from 2 on
     friend bool operator==(const TaskButtonLook &, const TaskButtonLook &) = default;
 };

@@ -1,6 +1,7 @@
 #include "Views/TaskButtonLook.h"
 
 #include "Models/ModelFixture.h"
+#include "Models/NotificationMark.h"
 
 namespace korvane {
 namespace {
@@ -58,6 +59,42 @@ TEST_F(Look, AStripColourThatIsNoneFallsBack)
 {
     model->set(&V::activeWindowStripColor, "no colour");
     EXPECT_EQ(of(1, 0).strip->color, TabColors::activeStripFallback);
+}
+
+TEST_F(Look, ABadgeShowsInTheStyleOfTheSettings)
+{
+    simulated::DockItem item;
+    item.title = "Notes";
+    item.subrole = "AXApplicationDockItem";
+    item.statusLabel = "3";
+    simulated::DockItem root;
+    root.children = std::vector<simulated::DockItem>{item};
+    desktop.applications.setDock(root);
+    model->refresh(true);
+    EXPECT_EQ(of(2, 0).markStyle, "triangle");
+    EXPECT_EQ(of(1, 0).markStyle, "");
+    RunningAppGroup group;
+    group.windows = {task(idOf(1, 0)), task(idOf(2, 0))};
+    EXPECT_EQ(TaskButtonLooks::ofGroup(*model, group, false).markStyle, "triangle");
+}
+
+TEST(NotificationMark, AnotherTextThanTheFourStylesDrawsNothing)
+{
+    for (const char *style : {"none", "", "Dot", "TRIANGLE", "triangle "})
+        EXPECT_FALSE(NotificationMarks::ofStyle(style, 13)) << style;
+}
+
+TEST(NotificationMark, TheCornerShrinksWithItsSize)
+{
+    EXPECT_EQ(NotificationMarks::ofStyle("triangle", 13)->cornerRadius, 6);
+    EXPECT_EQ(NotificationMarks::ofStyle("triangle", 4)->cornerRadius, 4);
+}
+
+TEST(NotificationMark, TheStripeStaysTenLongInALargerFrame)
+{
+    EXPECT_EQ(NotificationMarks::ofStyle("stripe", 13)->lineLength, 10);
+    EXPECT_EQ(NotificationMarks::ofStyle("stripe", 13)->frame.width, 13);
+    EXPECT_EQ(NotificationMarks::ofStyle("stripe", 8)->lineLength, 8);
 }
 
 TEST_F(Look, AGroupsButtonWearsTheActiveStripAlone)

@@ -200,9 +200,11 @@ TEST_F(Taskbar, HostileTitlesAreCutAndShownAsTheyStand)
 {
     addApplication(1, "Mail", 0);
     std::string endless(100000, 'x');
-    for (const std::string &title : {endless, std::string("<b>bold</b>"), std::string("a\nb\x01"), std::string("\xff\xfe"),
-                                     std::string("שלום\u202e"), std::string("👩‍👩‍👧‍👦 family")})
-        desktop.applications.openWindow(1, window(hashOf(1, static_cast<int>(desktop.applications.windowCount(1))), title));
+    for (const std::string &title :
+         {endless, std::string("<b>bold</b>"), std::string("a\nb\x01"), std::string("\xff\xfe"),
+          std::string("שלום\u202e"), std::string("👩‍👩‍👧‍👦 family")})
+        desktop.applications.openWindow(
+            1, window(hashOf(1, static_cast<int>(desktop.applications.windowCount(1))), title));
     start();
     show();
     EXPECT_LE(view->button(idOf(1, 0))->accessibleName().size(), metrics::longestText);

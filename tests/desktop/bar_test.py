@@ -164,6 +164,51 @@ class Screens(BarCase):
         self.desktop.wait_for(lambda: bottoms() == again and len(tabs()) == 3, f"three bars, not {bottoms()}")
 
 
+class Badges(BarCase):
+    settings = {"groupingMode": "never", "expertBadgeScanSeconds": 1.0}
+
+    def setUp(self):
+        super().setUp()
+        place = os.path.join(self.desktop.environment["XDG_DATA_HOME"], "applications")
+        os.makedirs(place)
+        with open(os.path.join(place, "org.example.Counted.desktop"), "w", encoding="utf-8") as entry:
+            entry.write("[Desktop Entry]\nType=Application\nName=Counted\nExec=true\nStartupWMClass=Counted\n")
+        self.client = Client(self.desktop, "Counted")
+        self.window = self.client.open(1, "counted window")
+        Client(self.desktop, "Other").open(2, "other window")
+        self.start_bar()
+        self.wait_for_tabs(["counted window", "other window"])
+
+    def redness(self, name):
+        """Of the corner where the mark stands."""
+        tab = self.tab(name)
+        blue, green, red = self.desktop.root.get_image(tab.x + 3, tab.y + 3, 1, 1, 2, 0xFFFFFFFF).data[:3]
+        return red - max(blue, green)
+
+    def test_sent_on_the_session_bus_mark_the_tabs_of_their_application(self):
+        sender = self.desktop.start(["/usr/bin/python3", "-c", SENDER, "org.example.Counted.desktop"])
+        self.desktop.wait_for(lambda: self.redness("counted window") > 60, "the mark", timeout=6)
+        self.assertLess(self.redness("other window"), 20)
+        self.desktop.stop(sender)
+        self.desktop.wait_for(lambda: self.redness("counted window") < 20, "the mark to go with its sender", timeout=6)
+
+    def test_stand_for_a_window_that_demands_attention(self):
+        self.desktop.run(["xdotool", "set_window", "--urgency", "1", str(self.window)])
+        self.desktop.wait_for(lambda: self.redness("counted window") > 60, "the mark", timeout=6)
+
+
+SENDER = """
+import sys
+from gi.repository import Gio, GLib
+bus = Gio.bus_get_sync(Gio.BusType.SESSION)
+bus.emit_signal(None, "/com/example/launcher", "com.canonical.Unity.LauncherEntry", "Update",
+                GLib.Variant("(sa{sv})", ("application://" + sys.argv[1],
+                                          {"count": GLib.Variant("x", 3), "count-visible": GLib.Variant("b", True)})))
+bus.flush_sync()
+GLib.MainLoop().run()
+"""
+
+
 class WindowManagers(BarCase):
     def test_that_end_leave_the_tabs_and_the_next_one_takes_over(self):
         client = Client(self.desktop)

@@ -1,0 +1,43 @@
+// The red mark on a task whose application shows a badge: its shape by the style of the settings. Points, from the
+// button's top leading corner, y downwards.
+#pragma once
+
+#include "Platform/Geometry.h"
+
+#include <algorithm>
+#include <optional>
+#include <string_view>
+
+namespace korvane {
+
+struct NotificationMark {
+    enum class Shape { corner, circle, roundedRectangle, line };
+
+    Shape shape = Shape::corner;
+    double opacity = 0;                    // of red
+    platform::Rect frame;                  // what is filled; of a line the square that it crosses
+    double cornerRadius = 0;               // of the corner's right angle, of the rectangle
+    double lineWidth = 0, lineLength = 0;  // the line runs from (0, length) to (length, 0)
+};
+
+namespace NotificationMarks {
+
+inline constexpr double taskbarSize = 13;
+
+// Absent for "none" and for every other text.
+inline std::optional<NotificationMark> ofStyle(std::string_view style, double size)
+{
+    using Shape = NotificationMark::Shape;
+    if (style == "triangle")
+        return NotificationMark{Shape::corner, 0.65, {0, 0, size, size}, std::min(6.0, size), 0, 0};
+    if (style == "dot")
+        return NotificationMark{Shape::circle, 0.72, {0, 0, 7, 7}, 0, 0, 0};
+    if (style == "line")
+        return NotificationMark{Shape::roundedRectangle, 0.72, {5, 1, 25, 4}, 2, 0, 0};
+    if (style == "stripe")
+        return NotificationMark{Shape::line, 0.72, {0, 0, size, size}, 0, 4, std::min(10.0, size)};
+    return std::nullopt;
+}
+
+}  // namespace NotificationMarks
+}  // namespace korvane
