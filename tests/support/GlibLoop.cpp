@@ -90,4 +90,16 @@ void GlibLoop::turnFor(Seconds time)
     turnUntil([&] { return monotonicNow() >= end; }, time + Seconds(1));
 }
 
+int GlibLoop::turnsWithin(Seconds time)
+{
+    bool over = false;
+    const auto end = after(time, [&] { over = true; });
+    int turns = 0;
+    for (;; ++turns) {
+        g_main_context_iteration(nullptr, TRUE);
+        if (over)
+            return turns;
+    }
+}
+
 }  // namespace korvane::testing

@@ -25,6 +25,8 @@ public:
     bool turnUntil(const std::function<bool()> &condition, Seconds limit = Seconds(5));
     // Serves the loop for that long, for what must not happen.
     void turnFor(Seconds time);
+    // How often the loop wakes up in that time, other than by the end of the time.
+    int turnsWithin(Seconds time);
 
 private:
     bool hasTerminated = false;

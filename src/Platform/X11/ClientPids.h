@@ -14,7 +14,8 @@ class ClientPids {
 public:
     explicit ClientPids(Connection &connection);
 
-    // Has the server's answer ready for these windows, which are held; asks once per client, and for all of them together.
+    // Has the server's answer ready for these windows, which are held; asks once per client, and for all of them
+    // together.
     void prepare(const std::vector<WindowId> &windows);
     // Positive for a process on this machine, else negative and the same for all windows of that client.
     Pid of(const WindowRecord &window) const;

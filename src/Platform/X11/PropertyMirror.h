@@ -74,6 +74,8 @@ private:
     Entry &track(WindowId window);
     void drop(WindowId window);
     void markAllDirty();
+    void takeActive(WindowId window);
+    void endFocusLoss();
     void setActive(WindowId window);
     void mark(WindowId window, Entry &entry, PropertySet properties);
     void take(WindowId window, Property property, const PropertyValue &value);
@@ -97,7 +99,8 @@ private:
     WindowId activeWindow = XCB_NONE;
     std::uint32_t desktop = 0;
     std::uint64_t activations = 0;
-    Subscription adoption;  // a manager that has just come is still listing the windows
+    Subscription adoption;   // a manager that has just come is still listing the windows
+    Subscription focusLoss;  // no window has the focus, since a moment
 };
 
 }  // namespace korvane::platform::x11

@@ -13,6 +13,8 @@ namespace {
 constexpr std::uint32_t longestList = 1 << 16;
 // For so long a manager that has just come may not have listed all the windows that were there before it.
 constexpr Seconds adoptionTime{0.3};
+constexpr std::uint32_t managerEvents = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
+constexpr Seconds focusTime{0.016};
 constexpr PropertySet managerStateOnly(1ULL << static_cast<unsigned>(Property::managerState));
 
 }  // namespace
@@ -33,8 +35,7 @@ void PropertyMirror::readManager()
     const auto named = reader.numbers(connection.root(), Atom::netSupportingWmCheck, 1);
     if (named && !named->empty() && named->front() != XCB_NONE) {
         const WindowId window = named->front();
-        const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
-        xcb_change_window_attributes(connection, window, XCB_CW_EVENT_MASK, &mask);
+        xcb_change_window_attributes(connection, window, XCB_CW_EVENT_MASK, &managerEvents);
         const auto itself = reader.numbers(window, Atom::netSupportingWmCheck, 1);
         if (itself && !itself->empty() && itself->front() == window)
             now = window;
@@ -50,6 +51,7 @@ void PropertyMirror::readManager()
     if (!managed()) {
         watchesTree = true;
         connection.watchRoot(XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
+        focusLoss.reset();
         setActive(XCB_NONE);
         return;
     }
@@ -85,7 +87,7 @@ void PropertyMirror::readRoot()
     }
     if (activeCookie) {
         const auto active = reader.answer(*activeCookie);
-        setActive(active && !active->empty() ? active->front() : XCB_NONE);
+        takeActive(active && !active->empty() ? active->front() : XCB_NONE);
     }
     if (desktopCookie) {
         const auto current = reader.answer(*desktopCookie);
@@ -126,8 +128,9 @@ void PropertyMirror::setListed(std::vector<WindowId> windows)
             if (!wanted.contains(window))
                 dropped.push_back(window);
         for (const WindowId window : dropped) {
-            const std::uint32_t nothing = 0;
-            xcb_change_window_attributes(connection, window, XCB_CW_EVENT_MASK, &nothing);
+            // The manager's own window was among the others while there was no manager.
+            const std::uint32_t mask = window == manager ? managerEvents : 0;
+            xcb_change_window_attributes(connection, window, XCB_CW_EVENT_MASK, &mask);
             drop(window);
         }
     } else {
@@ -144,6 +147,24 @@ void PropertyMirror::endAdoption()
     adoption.reset();
     rootDirty.list = true;
     settle();
+}
+
+// On its way from one window to another the focus is often at none for a moment, which nobody should see.
+void PropertyMirror::takeActive(WindowId window)
+{
+    if (window != XCB_NONE || activeWindow == XCB_NONE) {
+        focusLoss.reset();
+        setActive(window);
+    } else if (!focusLoss) {
+        focusLoss = loop.after(focusTime, [this] { endFocusLoss(); });
+    }
+}
+
+void PropertyMirror::endFocusLoss()
+{
+    focusLoss.reset();
+    setActive(XCB_NONE);
+    report();
 }
 
 void PropertyMirror::setActive(WindowId window)

@@ -14,6 +14,9 @@ constexpr xcb_keysym_t escapeSymbol = 0xff1b, numLockSymbol = 0xff7f;
 constexpr std::uint16_t matteringModifiers =
     XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1 | XCB_MOD_MASK_4;
 
+// Shorter than a person takes to press a key again.
+constexpr Seconds releaseInterval{0.02};
+
 std::uint16_t modifiersOf(const HotKey &key)
 {
     return static_cast<std::uint16_t>((key.modifiers & controlModifier ? XCB_MOD_MASK_CONTROL : 0)
@@ -130,7 +133,8 @@ private:
     std::shared_ptr<Grab> mine;
 };
 
-X11HotKeys::X11HotKeys(x11::Connection &server) : connection(server), state(std::make_shared<State>(server))
+X11HotKeys::X11HotKeys(x11::Connection &server, MainLoop &mainLoop)
+    : connection(server), loop(mainLoop), state(std::make_shared<State>(server))
 {
     connection.join(*this);
 }
@@ -179,12 +183,30 @@ void X11HotKeys::press(const xcb_key_press_event_t &event)
     });
     if (pressed == state->grabs.end())
         return;
+    if (event.detail == held)
+        return;
+    held = event.detail;
+    awaitRelease();
     const std::uint32_t id = (*pressed)->key.id;
     // While the key is down the keyboard is ours alone; a menu that the handler opens has to be able to take it.
     xcb_ungrab_keyboard(connection, XCB_CURRENT_TIME);
     connection.finish();
     if (const auto handler = state->handler)
         (*handler)(id);
+}
+
+// A key that is held down is pressed again and again by the server, and its release goes to whoever has the keyboard.
+// So the keyboard is looked at, for as long as the key is down.
+void X11HotKeys::awaitRelease()
+{
+    releaseCheck = loop.after(releaseInterval, [this] {
+        const x11::Reply<xcb_query_keymap_reply_t> keys{
+            xcb_query_keymap_reply(connection, xcb_query_keymap(connection), nullptr)};
+        if (keys && (keys->keys[held / 8] & (1 << held % 8)))
+            awaitRelease();
+        else
+            held = 0;
+    });
 }
 
 }  // namespace korvane::platform

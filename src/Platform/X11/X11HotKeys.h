@@ -11,7 +11,7 @@ namespace korvane::platform {
 
 class X11HotKeys final : public HotKeys, private x11::EventListener {
 public:
-    explicit X11HotKeys(x11::Connection &connection);
+    X11HotKeys(x11::Connection &connection, MainLoop &loop);
     ~X11HotKeys() override;
 
     // A later handler takes the place of an earlier one.
@@ -26,9 +26,13 @@ private:
 
     void handle(const xcb_generic_event_t &event) override;
     void press(const xcb_key_press_event_t &event);
+    void awaitRelease();
 
     x11::Connection &connection;
+    MainLoop &loop;
     std::shared_ptr<State> state;
+    xcb_keycode_t held = 0;  // a key that has been told and is still down
+    Subscription releaseCheck;
 };
 
 }  // namespace korvane::platform

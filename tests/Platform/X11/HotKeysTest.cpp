@@ -12,7 +12,12 @@ class HotKeysOnX11 : public X11Test {
 protected:
     void SetUp() override { openDesktop(); }
 
-    void press(const std::string &keys) { server.run({"xdotool", "key", keys}); }
+    void press(const std::string &keys)
+    {
+        // As fast as fingers are, no faster: the key has been up for a moment.
+        loop.turnFor(Seconds(0.08));
+        server.run({"xdotool", "key", keys});
+    }
 
     std::vector<std::uint32_t> pressed;
 };
@@ -89,6 +94,22 @@ TEST_F(HotKeysOnX11, TheKeyboardIsFreeWhenTheHandlerRuns)
     server.run({"xdotool", "keydown", "ctrl", "keydown", "Escape"});
     ASSERT_TRUE(waitFor([&] { return !pressed.empty(); }));
     EXPECT_TRUE(taken);
+    server.run({"xdotool", "keyup", "Escape", "keyup", "ctrl"});
+}
+
+TEST_F(HotKeysOnX11, AKeyThatIsHeldDownCountsOnce)
+{
+    const auto handler = platform->hotKeys().install([&](std::uint32_t id) { pressed.push_back(id); });
+    const auto key = platform->hotKeys().add(plain);
+    server.run({"xset", "r", "rate", "150", "50"});
+    server.run({"xdotool", "keydown", "ctrl", "keydown", "Escape"});
+    ASSERT_TRUE(waitFor([&] { return !pressed.empty(); }));
+    loop.turnFor(Seconds(0.6));
+    EXPECT_EQ(pressed.size(), 1U);
+    server.run({"xdotool", "keyup", "Escape"});
+    loop.turnFor(Seconds(0.08));
+    server.run({"xdotool", "keydown", "Escape"});
+    EXPECT_TRUE(waitFor([&] { return pressed.size() == 2; }));
     server.run({"xdotool", "keyup", "Escape", "keyup", "ctrl"});
 }
 

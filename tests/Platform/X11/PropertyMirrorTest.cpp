@@ -327,6 +327,58 @@ TEST_F(PropertyMirror, AWindowThatDemandsAttentionPutsABadgeOnTheDock)
     EXPECT_TRUE(waitFor([&] { return badges() == Badges{}; }));
 }
 
+TEST_F(PropertyMirror, ALaunchersBadgeGoesToTheApplicationOfItsEntry)
+{
+    catalogue.byClass["Mail"] = {"Post", "com.apple.mail", "/applications/org.example.Mail.desktop", ""};
+    openDesktop();
+    SampleClient mail(server, "Mail");
+    ASSERT_TRUE(appears(mail.pid(), mail.open(1, "Inbox")));
+    const auto label = [&] {
+        Value lists, items, text = std::string();
+        const Element dock = accessibility().application(applications().withBundleIdentifier("com.apple.dock")[0].pid);
+        accessibility().copy(dock, "AXChildren", lists);
+        accessibility().copy(std::get<std::vector<Element>>(lists).front(), "AXChildren", items);
+        for (const Element &item : std::get<std::vector<Element>>(items))
+            accessibility().copy(item, "AXStatusLabel", text);
+        return std::get<std::string>(text);
+    };
+    platform->setLauncherBadges({{"org.example.Mail.desktop", "7"}, {"org.example.Other.desktop", "9"}});
+    EXPECT_EQ(label(), "7");
+    platform->setLauncherBadges({});
+    EXPECT_EQ(label(), "");
+}
+
+TEST_F(PropertyMirror, AnObserverMayRunALoopOfItsOwn)
+{
+    openDesktop();
+    SampleClient mail(server, "Mail"), editor(server, "Editor");
+    ASSERT_TRUE(appears(mail.pid(), mail.open(1, "Inbox")));
+    ASSERT_TRUE(appears(editor.pid(), editor.open(1, "Text")));
+    loop.turnFor(Seconds(0.1));
+    int depth = 0;
+    bool seen = false;
+    const auto alert = applications().observe(ApplicationEvent::activated, [&] {
+        if (depth++ == 0) {
+            editor.retitle(1, "while an alert is open");
+            seen = waitFor([&] { return titles(editor.pid()) == Names{"while an alert is open"}; });
+        }
+    });
+    mail.retitle(1, "Inbox (1)");
+    EXPECT_TRUE(waitFor([&] { return depth > 0; }));
+    EXPECT_TRUE(seen);
+    mail.retitle(1, "Inbox (2)");
+    EXPECT_TRUE(waitFor([&] { return titles(mail.pid()) == Names{"Inbox (2)"}; }));
+}
+
+TEST_F(PropertyMirror, NothingWakesTheLoopWhileNothingHappens)
+{
+    openDesktop();
+    SampleClient mail(server, "Mail");
+    ASSERT_TRUE(appears(mail.pid(), mail.open(1, "Inbox")));
+    loop.turnFor(Seconds(0.5));
+    EXPECT_EQ(loop.turnsWithin(Seconds(1)), 0);
+}
+
 TEST_F(PropertyMirror, ReadingAsksTheServerForNothing)
 {
     openDesktop();

@@ -89,6 +89,28 @@ TEST_P(WindowActions, AClickOnATaskBehindBringsUpThatWindowAlone)
     EXPECT_TRUE(waitFor([&] { return stack() == std::vector<std::int64_t>{inbox, text, draft}; }));
 }
 
+TEST_P(WindowActions, TheFocusGoesFromOneWindowToTheOtherWithoutAGap)
+{
+    SampleClient mail(server, "Mail"), editor(server, "Editor");
+    const auto inbox = opened(mail, 1, "Inbox");
+    opened(editor, 1, "Text");
+    loop.turnFor(Seconds(0.1));
+    int gaps = 0;
+    const auto watch = applications().observe(ApplicationEvent::activated, [&] {
+        if (!isActive(mail.pid()) && !isActive(editor.pid()))
+            ++gaps;
+    });
+    raise(mail.pid(), inbox);
+    ASSERT_TRUE(gains(mail.pid(), inbox));
+    EXPECT_EQ(gaps, 0);
+    // When none is left, none has it.
+    setMinimized(mail.pid(), inbox, true);
+    EXPECT_TRUE(waitFor([&] { return isActive(editor.pid()); }));
+    EXPECT_EQ(gaps, 0);
+    editor.destroy(1);
+    EXPECT_TRUE(waitFor([&] { return !isActive(mail.pid()) && focused(mail.pid()) == 0; }));
+}
+
 TEST_P(WindowActions, AnApplicationComesForwardWithTheWindowThatWasActiveLast)
 {
     SampleClient mail(server, "Mail"), editor(server, "Editor");

@@ -83,7 +83,12 @@ public:
                         text(frame.width) + "/200x" + text(frame.height) + "/200+" + text(x) + "+" + text(y), "none"});
         }
     }
-    void press(const HotKey &key) override { server.run({"xdotool", "key", keyName(key)}); }
+    void press(const HotKey &key) override
+    {
+        // As fast as fingers are, no faster: the key has been up for a moment.
+        loop.turnFor(Seconds(0.08));
+        server.run({"xdotool", "key", keyName(key)});
+    }
     void takeKey(const HotKey &key) override
     {
         other = X11Platform::open({server.display(), 1, nullptr}, loop, catalogue, {});
