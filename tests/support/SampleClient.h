@@ -31,6 +31,9 @@ public:
     void withdraw(int window) { tell("unmap " + std::to_string(window)); }
     void destroy(int window) { tell("destroy " + std::to_string(window)); }
     void retitle(int window, const std::string &title) { tell("title " + std::to_string(window) + " " + title); }
+    // A window that is asked to close goes away; from now on this one stays, or first opens the window "Save changes?".
+    void refuseToClose(int window) { tell("refuse " + std::to_string(window)); }
+    void askBeforeClosing(int window) { tell("ask " + std::to_string(window)); }
     void remove(int window, const std::string &property);
     void setAtoms(int window, const std::string &property, const std::vector<std::string> &names);
     void setBytes(int window, const std::string &property, const std::string &type, std::string_view bytes);

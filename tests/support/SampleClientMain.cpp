@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 #include <poll.h>
+#include <set>
 #include <sstream>
 #include <string>
 #include <unistd.h>
@@ -50,6 +51,10 @@ public:
             setAtoms(windows[window], words);
         else if (command == "raw")
             setRaw(windows[window], words);
+        else if (command == "refuse")
+            refusing.insert(window);
+        else if (command == "ask")
+            asking.insert(window);
         else if (command == "many")
             openMany(window, std::stoi(word(words)));
         finish();
@@ -64,7 +69,7 @@ public:
                 if (message.data.data32[0] == atom("WM_DELETE_WINDOW"))
                     for (const auto &[number, window] : std::map(windows))
                         if (window == message.window)
-                            destroy(number);
+                            askedToClose(number);
             }
             std::free(event);
         }
@@ -72,6 +77,19 @@ public:
     }
 
 private:
+    static constexpr int questionOffset = 1000;
+
+    // A window goes away, unless it refuses or has a question first, which is a window of its own.
+    void askedToClose(int number)
+    {
+        if (refusing.contains(number))
+            return;
+        if (asking.contains(number))
+            xcb_map_window(connection, create(number + questionOffset, "Save changes?"));
+        else
+            destroy(number);
+    }
+
     static std::string word(std::istringstream &words)
     {
         std::string text;
@@ -187,6 +205,7 @@ private:
     xcb_connection_t *connection;
     xcb_screen_t *screen;
     std::map<int, xcb_window_t> windows;
+    std::set<int> refusing, asking;
     std::map<std::string, xcb_atom_t> atoms;
 };
 
