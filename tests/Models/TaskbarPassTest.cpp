@@ -1,5 +1,5 @@
-#include "Models/Make.h"
 #include "Models/TaskbarPass.h"
+#include "Models/Make.h"
 
 #include <gtest/gtest.h>
 
