@@ -3,6 +3,8 @@
 #include <QDir>
 #include <QStandardPaths>
 #include <QString>
+#include <cstdlib>
+#include <unistd.h>
 #include <xcb/xcb.h>
 
 namespace korvane {
@@ -11,6 +13,20 @@ namespace {
 bool isSet(const char *text)
 {
     return text && *text != '\0';
+}
+
+// One name for one display, however it is written (":0", ":0.0"), and for one user.
+QString lockName(const std::string &display)
+{
+    QString place = QString::fromStdString(display);
+    char *host = nullptr;
+    int number = 0;
+    if (xcb_parse_display(display.c_str(), &host, &number, nullptr) != 0) {
+        place = QString::fromUtf8(host) + u'-' + QString::number(number);
+        std::free(host);
+    }
+    place.replace(u'/', u'_').replace(u':', u'_');
+    return QStringLiteral("korvane-%1-%2.lock").arg(getuid()).arg(place);
 }
 
 }  // namespace
@@ -41,9 +57,7 @@ std::optional<Refusal> SingleInstance::claim()
     QString directory = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
     if (directory.isEmpty())
         directory = QDir::tempPath();
-    QString name = QString::fromStdString(display);
-    name.replace(u'/', u'_').replace(u':', u'_');
-    lock = std::make_unique<QLockFile>(directory + QStringLiteral("/korvane") + name + QStringLiteral(".lock"));
+    lock = std::make_unique<QLockFile>(directory + u'/' + lockName(display));
     lock->setStaleLockTime(0);  // however long the first one has been running, it is not stale while it lives
     if (lock->tryLock(0))
         return std::nullopt;

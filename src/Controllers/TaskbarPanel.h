@@ -12,14 +12,14 @@ class TaskbarPanel final : public QWidget {
     Q_OBJECT
 
 public:
-    // `bottomEdge` is the screen in the toolkit's coordinates.
+    // `screenRectangle` is the screen in the toolkit's coordinates.
     TaskbarPanel(AppModel &model, ViewServices &services, platform::Platform &platform, const platform::Screen &screen,
                  const QRect &screenRectangle);
 
     TaskbarView &view() { return *content; }
     const platform::Screen &screen() const { return panelScreen; }
     // In points.
-    double height() const { return currentHeight; }
+    double panelHeight() const { return currentHeight; }
     // In desktop coordinates.
     platform::Rect frame() const;
     // Keeps the bottom edge.

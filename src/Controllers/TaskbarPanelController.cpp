@@ -23,7 +23,10 @@ QRect toolkitRectangle(platform::Screens &screens, const platform::Screen &scree
     }
     const QScreen *primary = QGuiApplication::primaryScreen();
     const QPointF origin = primary ? QPointF(primary->geometry().topLeft()) : QPointF();
-    return QRectF(bounds.x, bounds.y, bounds.width, bounds.height).translated(origin).toRect();
+    // It leaves the origin of a screen where the device has it, and counts in points from there.
+    return QRectF(origin.x() + bounds.x * screen.scale, origin.y() + bounds.y * screen.scale, bounds.width,
+                  bounds.height)
+        .toRect();
 }
 
 }  // namespace
@@ -44,6 +47,7 @@ TaskbarPanelController::TaskbarPanelController(AppModel &appModel, platform::Pla
             setTaskResizePaused(paused);
     });
     screenObserver = platform.screens.observeChanges([this] { rebuildPanels(); });
+    translucencyObserver = platform.panels.observeTranslucency([this] { schedulePass(); });
     modelConnection = model.changed.connect([this] { schedulePass(); });
 }
 
@@ -115,16 +119,16 @@ void TaskbarPanelController::adjustHeights()
     for (const auto &panel : allPanels) {
         const auto running = std::find_if(animations.begin(), animations.end(),
                                           [&](const HeightAnimation &one) { return one.panel == panel.get(); });
-        const double heading = running != animations.end() ? running->to : panel->height();
+        const double heading = running != animations.end() ? running->to : panel->panelHeight();
         if (std::abs(heading - wanted) > metrics::heightTolerance)
-            setHeight(wanted, *panel);
+            animateHeight(wanted, *panel);
     }
 }
 
-void TaskbarPanelController::setHeight(double height, TaskbarPanel &panel)
+void TaskbarPanelController::animateHeight(double height, TaskbarPanel &panel)
 {
     std::erase_if(animations, [&](const HeightAnimation &one) { return one.panel == &panel; });
-    animations.push_back({&panel, panel.height(), height, platform.loop.monotonicNow()});
+    animations.push_back({&panel, panel.panelHeight(), height, platform.loop.monotonicNow()});
     if (!animationTimer)
         animationTimer = platform.loop.repeat(platform::Seconds(metrics::animationFrameSeconds), platform::Seconds(0),
                                               [this] { animationFrame(); });

@@ -46,7 +46,7 @@ private:
     void schedulePass();
     void runPass();
     void adjustHeights();
-    void setHeight(double height, TaskbarPanel &panel);
+    void animateHeight(double height, TaskbarPanel &panel);
     void animationFrame();
 
     AppModel &model;
@@ -55,7 +55,7 @@ private:
     ViewServices services;
     std::vector<std::unique_ptr<TaskbarPanel>> allPanels;
     std::vector<HeightAnimation> animations;
-    platform::Subscription animationTimer, screenObserver;
+    platform::Subscription animationTimer, screenObserver, translucencyObserver;
     Connection modelConnection;
     std::shared_ptr<bool> alive = std::make_shared<bool>(true);  // what was posted holds it weakly
     bool passScheduled = false, resizePaused = false;

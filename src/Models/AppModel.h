@@ -41,8 +41,8 @@ public:
     // ------------------------------------------------------------------------------------------------ observing
     // Something that a view may show has changed. Views gather these and look once at the next turn of the run loop.
     Signal<> changed;
-    // The name of a property, each time it is assigned, in the order of assignment; "modelChanged" for a change of what
-    // is derived from the settings.
+    // The name of a property when it is assigned by itself, in the order of assignment; "modelChanged" for a change of
+    // several, or of what is derived from them.
     Signal<std::string_view> published;
 
     const std::vector<RunningAppItem> &runningApps() const { return tasks; }  // in task order

@@ -23,12 +23,13 @@ public:
     template <typename T> void assign(T SettingsValues::*member, T value)
     {
         const Setting &setting = *settingOf(member);
-        if (current.*member != value) {
+        const bool isNew = current.*member != value;
+        if (isNew)
             current.*member = std::move(value);
-            changed.emit(setting);
-        }
         if (setting.savesOnChange)
             save(setting.group);
+        if (isNew)
+            changed.emit(setting);
     }
 
     // Writes every key of the group, in the order of the table.
@@ -39,7 +40,7 @@ public:
     // Takes every stored default colour back, for good: the first-run colours do not return.
     void forgetDefaultColors();
 
-    // A new value was stored by assign(); its group is saved after that.
+    // A new value was stored by assign(), and its group saved.
     Signal<const Setting &> changed;
 
 private:

@@ -1,7 +1,10 @@
 // Turns a window that the view layer has made into a panel: beside the desktop's windows, not one of them.
 #pragma once
 
+#include "Platform/Subscription.h"
+
 #include <cstdint>
+#include <functional>
 
 namespace korvane::platform {
 
@@ -27,6 +30,8 @@ public:
     virtual void orderFrontRegardless(NativeView view) = 0;
     // Whether pixels of a panel that are not drawn let the desktop be seen. Without that a panel is opaque.
     virtual bool translucencyAvailable() = 0;
+    // translucencyAvailable() has another answer.
+    [[nodiscard]] virtual Subscription observeTranslucency(std::function<void()> callback) = 0;
 };
 
 }  // namespace korvane::platform

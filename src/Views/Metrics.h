@@ -11,7 +11,6 @@ inline constexpr double gradientTopOpacity = 0.30;
 inline constexpr double gradientBottomOpacity = 0.54;
 inline constexpr QColor material(46, 49, 56, 235);  // under the gradient, where the desktop can shine through
 inline constexpr QColor opaqueMaterial(46, 49, 56);
-inline constexpr int mainEndPadding = 4;
 
 // An overflow row's card
 inline constexpr double cardRadius = 8;
@@ -49,5 +48,6 @@ inline constexpr double animationFrameSeconds = 1.0 / 60;
 
 // Texts come from strangers: what is longer is cut before it is shaped.
 inline constexpr int longestText = 4096;
+inline constexpr int widestMenuText = 420;
 
 }  // namespace korvane::metrics

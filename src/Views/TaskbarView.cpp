@@ -26,7 +26,12 @@ TaskbarView::TaskbarView(AppModel &appModel, ViewServices &viewServices, QWidget
     : QWidget(parent), model(appModel), services(viewServices), mainRow(new MainRowGround(this))
 {}
 
-TaskbarView::~TaskbarView() = default;
+TaskbarView::~TaskbarView()
+{
+    // A list that goes with its panel is not open any more.
+    if (!openGroupID.empty())
+        model.setGroupedListOpen(false, openGroupID);
+}
 
 TaskButton *TaskbarView::button(const std::string &entryID) const
 {
@@ -114,9 +119,8 @@ void TaskbarView::arrangeRows()
             shown.push_back(&row);
     while (cards.size() > shown.size()) {
         // Its tabs move to other rows in this same pass.
-        for (QObject *child : cards.back()->children())
-            if (auto *task = qobject_cast<TaskButton *>(child))
-                task->setParent(mainRow);
+        for (auto *task : cards.back()->findChildren<TaskButton *>(Qt::FindDirectChildrenOnly))
+            task->setParent(mainRow);
         delete cards.back();
         cards.pop_back();
     }
@@ -217,14 +221,17 @@ void TaskbarView::showWindowMenu(const RunningAppGroup &group, TaskButton &opene
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->setAccessibleName(displayText(group.displayName()));
     for (const RunningAppItem &item : group.windows) {
-        QString title = displayText(item.name);
+        QString title = fontMetrics().elidedText(displayText(item.name), Qt::ElideRight, metrics::widestMenuText);
         title.replace(u'&', QStringLiteral("&&"));
-        auto *action = menu->addAction(QIcon(services.icons.pixmap(item.icon, metrics::buttonIconSize, 1)),
-                                       fontMetrics().elidedText(title, Qt::ElideRight, 420));
+        auto *action = menu->addAction(QIcon(services.icons.pixmap(item.icon, metrics::buttonIconSize, 1)), title);
         connect(action, &QAction::triggered, this, [this, item] { model.activate(item); });
     }
+    openGroupID = group.id;
     model.setGroupedListOpen(true, group.id);
-    connect(menu, &QMenu::aboutToHide, this, [this, id = group.id] { model.setGroupedListOpen(false, id); });
+    connect(menu, &QMenu::aboutToHide, this, [this, id = group.id] {
+        openGroupID.clear();
+        model.setGroupedListOpen(false, id);
+    });
     menu->popup(opener.mapToGlobal(QPoint(0, -menu->sizeHint().height())));
 }
 

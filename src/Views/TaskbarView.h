@@ -72,6 +72,7 @@ private:
     std::vector<OverflowRowCard *> cards;  // nearest the bar first; one for each row that holds tasks
     std::unordered_map<std::string, TaskButton *> buttons;
     QRegion reportedRegion;
+    std::string openGroupID;  // of the group whose list is open; empty for none
 };
 
 }  // namespace korvane

@@ -194,7 +194,7 @@ TEST(Startup, EachReasonNotToStartIsOneLine)
 
 TEST(Startup, ASecondProgramOnTheSameDisplayFindsTheFirst)
 {
-    SingleInstance first(":korvane-test"), second(":korvane-test"), other(":korvane-other");
+    SingleInstance first(":4711"), second(":4711.0"), other(":4712");
     EXPECT_FALSE(first.claim());
     const auto refusal = second.claim();
     ASSERT_TRUE(refusal);

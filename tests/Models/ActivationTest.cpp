@@ -180,6 +180,8 @@ TEST_F(Permission, AResetThatSucceedsOpensTheSettingsAndEndsTheProgram)
     EXPECT_FALSE(desktop.loop.terminated());
     advance(0.001);
     EXPECT_TRUE(desktop.loop.terminated());
+    const auto actions = takeActions();
+    EXPECT_EQ(std::count(actions.begin(), actions.end(), "openURL"), 1);
 }
 
 TEST_F(Permission, AResetThatFailsSaysSoAndTheProgramGoesOn)

@@ -129,8 +129,8 @@ TEST_F(Taskbar, WhatDoesNotFitStacksUpFromTheRight)
     const QRect rightmost = placeOf(layout.entries[first].id), next = placeOf(layout.entries[first + 1].id);
     EXPECT_GT(rightmost.left(), next.left());
     EXPECT_EQ(rightmost.left() - (next.left() + next.width()), 4);
-    // The buffer, the end cap and its margin stand between the last tab and the screen's edge.
-    EXPECT_EQ(1280 - (rightmost.left() + rightmost.width()), 96 + 28 - 5);
+    // The padding, the buffer and the end cap stand between the last tab and the screen's edge.
+    EXPECT_EQ(1280 - (rightmost.left() + rightmost.width()), 5 + 96 + 18);
     EXPECT_EQ(view->drawnRegion().boundingRect().left(), 0);
     // The first card reaches over the bar by the overlap and is as high as its row.
     auto cards = view->findChildren<OverflowRowCard *>();

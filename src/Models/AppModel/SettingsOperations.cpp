@@ -12,10 +12,10 @@ void AppModel::settingChanged(const Setting &setting)
         if (refreshTimer)
             configureRefreshTimer();
     }
+    publish(setting.property);
+    // What is derived from these is made anew.
     if (setting.group == SettingGroup::quicklyLaunch && setting.savesOnChange)
         announceChange();
-    else
-        publish(setting.property);
 }
 
 void AppModel::saveQuicklyLaunchSettings()
@@ -56,15 +56,14 @@ void AppModel::resetWindowStripColors()
 
 void AppModel::restoreDefaults()
 {
-    const V defaults;
+    V defaults;
+    defaults.customStartIcon = "K";  // deliberately another letter than on the first run
     const auto restoreGroup = [&](SettingGroup group) {
         for (const Setting &setting : settingsTable())
             if (setting.group == group)
                 std::visit([&](auto member) { store.assign(member, defaults.*member); }, setting.member);
     };
     restoreGroup(SettingGroup::appearance);
-    // Not the first run's letter: whoever restores sees that it is theirs to choose.
-    set(&V::customStartIcon, "K");
 
     liveColors.clear();
     manualColorIDs.clear();
@@ -72,7 +71,6 @@ void AppModel::restoreDefaults()
 
     restoreGroup(SettingGroup::quicklyLaunch);
     store.edit().blacklist = defaults.blacklist;
-    listChangedOutside = true;
     store.edit().startFavorites = defaults.startFavorites;
     saveStartFavorites();
     restoreGroup(SettingGroup::customGroups);

@@ -44,7 +44,16 @@ platform::Point SimulatedScreens::flipped(platform::Point point) const
     return {point.x, top - point.y};
 }
 
-platform::Subscription SimulatedScreens::observeChanges(std::function<void()> callback)
+platform::void SimulatedPanels::setTranslucencyAvailable(bool available)
+{
+    translucent = available;
+    loop.post([list = std::weak_ptr(observers)] {
+        if (const auto present = list.lock())
+            present->emit();
+    });
+}
+
+Subscription SimulatedScreens::observeChanges(std::function<void()> callback)
 {
     return observers->add(std::move(callback));
 }

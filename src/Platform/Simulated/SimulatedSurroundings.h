@@ -77,16 +77,30 @@ private:
 
 class SimulatedPanels final : public platform::Panels {
 public:
+    explicit SimulatedPanels(VirtualLoop &mainLoop) : loop(mainLoop) {}
+
     void apply(platform::NativeView view, const platform::PanelTraits &traits) override { applied[view] = traits; }
     void orderFrontRegardless(platform::NativeView view) override { orderedFront.push_back(view); }
-    bool translucencyAvailable() override { return translucent; }
+    bool translucencyAvailable() override
+    {
+        ++translucencyReads;
+        return translucent;
+    }
+    [[nodiscard]] platform::Subscription observeTranslucency(std::function<void()> callback) override
+    {
+        return observers->add(std::move(callback));
+    }
 
-    void setTranslucencyAvailable(bool available) { translucent = available; }
+    // A compositor comes or goes; the observers are told at the next turn of the loop.
+    void setTranslucencyAvailable(bool available);
     std::map<platform::NativeView, platform::PanelTraits> applied;
     std::vector<platform::NativeView> orderedFront;  // in the order of asking
+    int translucencyReads = 0;
 
 private:
+    VirtualLoop &loop;
     bool translucent = true;
+    std::shared_ptr<Observers<>> observers = std::make_shared<Observers<>>();
 };
 
 class SimulatedHotKeys final : public platform::HotKeys {

@@ -19,8 +19,7 @@ public:
     void orderFrontRegardless(NativeView view) override;
     bool translucencyAvailable() override { return compositor != XCB_NONE; }
 
-    // Told when translucencyAvailable() has another answer.
-    [[nodiscard]] Subscription observeTranslucency(std::function<void()> callback);
+    [[nodiscard]] Subscription observeTranslucency(std::function<void()> callback) override;
 
 private:
     void handle(const xcb_generic_event_t &event) override;

@@ -90,11 +90,6 @@ HotKeys &X11Platform::hotKeys()
     return parts->hotKeys;
 }
 
-Subscription X11Platform::observeTranslucency(std::function<void()> callback)
-{
-    return parts->panels.observeTranslucency(std::move(callback));
-}
-
 void X11Platform::setLauncherBadges(std::map<std::string, std::string> labels)
 {
     parts->accessibility.setLauncherBadges(std::move(labels));

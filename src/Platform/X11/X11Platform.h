@@ -44,8 +44,6 @@ public:
     Panels &panels();
     HotKeys &hotKeys();
 
-    // Told when Panels::translucencyAvailable has another answer.
-    [[nodiscard]] Subscription observeTranslucency(std::function<void()> callback);
     // A desktop entry's id ("org.example.Mail.desktop") to the text of its badge; replaces what was set before.
     void setLauncherBadges(std::map<std::string, std::string> labels);
     // Tells the observers of the session what other services of the system have reported. From the run loop only.

@@ -116,7 +116,7 @@ TEST_F(PanelsOnX11, ACompositorThatComesAndGoesIsNoticed)
 {
     EXPECT_FALSE(platform->panels().translucencyAvailable());
     int told = 0;
-    const auto subscription = platform->observeTranslucency([&] { ++told; });
+    const auto subscription = platform->panels().observeTranslucency([&] { ++told; });
     const auto compositor = server.start({"picom", "--backend", "xrender", "--config", "/dev/null"});
     ASSERT_TRUE(waitFor([&] { return platform->panels().translucencyAvailable(); }));
     EXPECT_EQ(told, 1);
