@@ -42,7 +42,8 @@ void WholePass(benchmark::State &state)
     settings.groupingMode = "never";
     const TaskbarPassInput input{items, std::nullopt, settings, 0, 1920, false, {}, false, {}};
     for (auto _ : state) {
-        auto layout = TaskbarPass::run(input, [](std::string_view text) { return 7.0 * static_cast<double>(text.size()); });
+        auto layout =
+            TaskbarPass::run(input, [](std::string_view text) { return 7.0 * static_cast<double>(text.size()); });
         benchmark::DoNotOptimize(layout.entries.data());
     }
 }

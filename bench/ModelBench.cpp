@@ -12,7 +12,8 @@ namespace korvane {
 namespace {
 
 struct Desk {
-    explicit Desk(std::int64_t windowCount, int windowsPerApplication = 10) : platform(desktop.platform()), model(platform)
+    explicit Desk(std::int64_t windowCount, int windowsPerApplication = 10)
+        : platform(desktop.platform()), model(platform)
     {
         desktop.actions.setRecording(false);
         platform::Pid pid = 1000;

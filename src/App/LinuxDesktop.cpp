@@ -29,8 +29,9 @@ std::unique_ptr<LinuxDesktop> LinuxDesktop::open(const std::string &display)
 {
     std::unique_ptr<LinuxDesktop> desktop(new LinuxDesktop);
     LinuxDesktop &self = *desktop;
-    self.windows = platform::X11Platform::open({display, qApp->devicePixelRatio(), viewsConnection()}, self.loop, self.catalogue,
-                                               [&self](std::string_view name) { return self.loadIcon(name); });
+    self.windows =
+        platform::X11Platform::open({display, qApp->devicePixelRatio(), viewsConnection()}, self.loop, self.catalogue,
+                                    [&self](std::string_view name) { return self.loadIcon(name); });
     if (!self.windows)
         return nullptr;
     self.badges =

@@ -38,9 +38,8 @@ void OverflowRowCard::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     paintCard(painter, QRectF(0, 0, width(), rowHeight), look.opacity, look.translucent);
-    paintEndCap(painter, QRectF(width() - metrics::endCapWidth + 0.5,
-                                (rowHeight - metrics::endCapHeight) / 2 + 0.5, metrics::endCapWidth - 1.0,
-                                metrics::endCapHeight - 1.0));
+    paintEndCap(painter, QRectF(width() - metrics::endCapWidth + 0.5, (rowHeight - metrics::endCapHeight) / 2 + 0.5,
+                                metrics::endCapWidth - 1.0, metrics::endCapHeight - 1.0));
 }
 
 }  // namespace korvane

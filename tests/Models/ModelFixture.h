@@ -89,10 +89,11 @@ protected:
     std::unique_ptr<Count> countPublished(std::string_view property)
     {
         auto count = std::make_unique<Count>();
-        count->connection = model->published.connect([wanted = std::string(property), counted = count.get()](auto name) {
-            if (name == wanted)
-                ++counted->value;
-        });
+        count->connection =
+            model->published.connect([wanted = std::string(property), counted = count.get()](auto name) {
+                if (name == wanted)
+                    ++counted->value;
+            });
         return count;
     }
     // The names of the actions asked of the desktop since the last call.

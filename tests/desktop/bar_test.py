@@ -3,6 +3,7 @@
 import os
 import random
 import signal
+import time
 import unittest
 
 from bar_case import PROGRAM, WINDOW_MANAGER, BarCase, Client
@@ -217,6 +218,10 @@ class WindowManagers(BarCase):
         self.wait_for_tabs(["kept"])
         os.killpg(self.desktop.window_manager.pid, signal.SIGKILL)
         self.desktop.window_manager.wait()
+        end = time.monotonic() + 3  # longer than the bar's own clock takes to look again
+        while time.monotonic() < end:
+            self.assertEqual(self.tab_names(), ["kept"])
+            time.sleep(0.1)
         self.desktop.start_window_manager("icewm" if WINDOW_MANAGER != "icewm" else "openbox")
         client.open(2, "new")
         self.wait_for_tabs(["kept", "new"])

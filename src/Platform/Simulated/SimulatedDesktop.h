@@ -21,7 +21,8 @@ class SimulatedDesktop {
 public:
     explicit SimulatedDesktop(Behaviour behaviour = Behaviour::live)
         : applications(behaviour, loop, actions), accessibility(applications, actions), windowList(applications),
-          screens(loop), pointer(screens, actions), panels(loop), hotKeys(loop), launching(applications, actions), dialogs(actions)
+          screens(loop), pointer(screens, actions), panels(loop), hotKeys(loop), launching(applications, actions),
+          dialogs(actions)
     {}
     SimulatedDesktop(const SimulatedDesktop &) = delete;
     SimulatedDesktop &operator=(const SimulatedDesktop &) = delete;

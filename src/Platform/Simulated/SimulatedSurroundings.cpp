@@ -44,7 +44,7 @@ platform::Point SimulatedScreens::flipped(platform::Point point) const
     return {point.x, top - point.y};
 }
 
-platform::void SimulatedPanels::setTranslucencyAvailable(bool available)
+void SimulatedPanels::setTranslucencyAvailable(bool available)
 {
     translucent = available;
     loop.post([list = std::weak_ptr(observers)] {
@@ -53,7 +53,7 @@ platform::void SimulatedPanels::setTranslucencyAvailable(bool available)
     });
 }
 
-Subscription SimulatedScreens::observeChanges(std::function<void()> callback)
+platform::Subscription SimulatedScreens::observeChanges(std::function<void()> callback)
 {
     return observers->add(std::move(callback));
 }

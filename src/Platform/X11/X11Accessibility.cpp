@@ -75,8 +75,8 @@ AxStatus X11Accessibility::copy(const Element &element, std::string_view attribu
             return AxStatus::unsupported;
         return AxStatus::success;
     }
-    // Also while no manager runs: the mirror keeps the windows that are still there, so that a manager that is restarted
-    // costs nobody his tabs.
+    // Also while no manager runs: the mirror keeps the windows that are still there, so that a manager that is
+    // restarted costs nobody his tabs.
     if (one.kind == Kind::application)
         return copyApplication(one.pid, attribute, out);
     const WindowRecord *window = mirror.find(one.window);

@@ -22,10 +22,10 @@ class Sender {
 public:
     Sender()
         : connection(g_dbus_connection_new_for_address_sync(
-              std::getenv("DBUS_SESSION_BUS_ADDRESS"),
-              static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT
-                                                | G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
-              nullptr, nullptr, nullptr))
+            std::getenv("DBUS_SESSION_BUS_ADDRESS"),
+            static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT
+                                              | G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
+            nullptr, nullptr, nullptr))
     {}
     ~Sender() { g_dbus_connection_close_sync(connection.get(), nullptr, nullptr); }
 

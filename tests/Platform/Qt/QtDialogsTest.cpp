@@ -56,6 +56,7 @@ public:
     }
     void orderFrontRegardless(NativeView view) override { front = view; }
     bool translucencyAvailable() override { return false; }
+    Subscription observeTranslucency(std::function<void()>) override { return nullptr; }
 
     NativeView applied = 0, front = 0;
     Level level = Level::floating;
