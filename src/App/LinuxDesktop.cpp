@@ -35,9 +35,29 @@ std::unique_ptr<LinuxDesktop> LinuxDesktop::open(const std::string &display)
     if (!self.windows)
         return nullptr;
     self.badges =
-        std::make_unique<platform::LauncherBadges>([&self] { self.windows->setLauncherBadges(self.badges->labels()); });
+        std::make_unique<platform::LauncherBadges>([&self] { self.badgesChanged(); });
     self.dialogs = std::make_unique<platform::QtDialogs>(&self.windows->panels());
     return desktop;
+}
+
+// A badge counts whether or not its program has a window.
+void LinuxDesktop::badgesChanged()
+{
+    constexpr std::string_view suffix = ".desktop";
+    windows->setLauncherBadges(badges->labels());
+    std::vector<platform::x11::WindowlessApplication> windowless;
+    for (const auto &[entry, pid] : badges->processes()) {
+        const auto identity = catalogue.withIdentifier(std::string_view(entry).substr(0, entry.size() - suffix.size()));
+        if (!identity)
+            continue;
+        platform::Application snapshot;
+        snapshot.pid = pid;
+        snapshot.localizedName = identity->name;
+        snapshot.bundleIdentifier = identity->bundleIdentifier;
+        snapshot.bundlePath = identity->entryPath;
+        windowless.push_back({std::move(snapshot), identity->iconName});
+    }
+    windows->setWindowlessApplications(std::move(windowless));
 }
 
 platform::ImagePtr LinuxDesktop::loadIcon(std::string_view name)

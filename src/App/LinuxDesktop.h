@@ -30,6 +30,7 @@ public:
 
 private:
     LinuxDesktop();
+    void badgesChanged();
     platform::ImagePtr loadIcon(std::string_view name);
 
     platform::QtMainLoop loop;

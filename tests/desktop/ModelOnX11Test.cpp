@@ -205,5 +205,24 @@ TEST_P(Closing, QuittingAsksEveryWindowAndKillsNoneThatStays)
     EXPECT_TRUE(mail->running());
 }
 
+TEST_P(Closing, ABadgedProgramWithoutWindowsStandsInTheAttentionListUntilItsBadgeGoes)
+{
+    platform::Application chat;
+    chat.pid = 4711;
+    chat.localizedName = "Chat";
+    chat.bundlePath = "/apps/chat.desktop";
+    platform->setLauncherBadges({{"chat.desktop", "2"}});
+    platform->setWindowlessApplications({{chat, ""}});
+    model->refresh(true);
+    ASSERT_EQ(model->attentionApps().size(), 1U);
+    EXPECT_EQ(model->attentionApps()[0].name, "Chat");
+    EXPECT_EQ(names().size(), 3U);
+    platform->setLauncherBadges({});
+    platform->setWindowlessApplications({});
+    model->refresh(true);
+    EXPECT_TRUE(model->attentionApps().empty());
+    EXPECT_FALSE(applications().find(4711));
+}
+
 }  // namespace
 }  // namespace korvane

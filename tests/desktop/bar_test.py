@@ -210,6 +210,41 @@ GLib.MainLoop().run()
 """
 
 
+class GroupingByNeed(BarCase):
+    """Of one program's windows, so that a bar that groups shows a single button."""
+
+    settings = {"groupingMode": "asNeeded"}
+    width = 1920
+
+    def capacity(self, tab_width):
+        """How many tabs of that width the main row takes: it may squeeze one in that sticks out by half at the most."""
+        room = self.width - 124 - 58
+        count = 1
+        while (count + 1) * tab_width + count * 4 <= room:
+            count += 1
+        excess = (count + 1) * tab_width + count * 4 - room
+        return count + 1 if excess <= tab_width / 2 else count
+
+    def test_begins_exactly_when_the_windows_no_longer_fit_the_main_row(self):
+        client = Client(self.desktop)
+        title = "W" * 40  # as wide as a tab gets
+        client.open(0, title)
+        self.start_bar()
+        fitting = self.capacity(self.tab(title).width)
+        for number in range(1, fitting):
+            client.open(number, title)
+        self.wait_for_tabs([title] * fitting)
+        client.open(fitting, title)
+        self.wait_for_tabs(["Sample Tabs"])
+        client.close(0)
+        self.wait_for_tabs([title] * fitting)
+
+
+class GroupingByNeedOnASmallScreen(GroupingByNeed):
+    screens = [(1280, 800, 0, 0)]
+    width = 1280
+
+
 class WindowManagers(BarCase):
     def test_that_end_leave_the_tabs_and_the_next_one_takes_over(self):
         client = Client(self.desktop)

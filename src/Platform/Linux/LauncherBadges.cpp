@@ -57,15 +57,21 @@ public:
         g_cancellable_cancel(cancel.get());
         if (bus) {
             g_dbus_connection_signal_unsubscribe(bus.get(), updates);
-            g_dbus_connection_signal_unsubscribe(bus.get(), owners);
+            g_dbus_connection_signal_unsubscribe(bus.get(), ownerChanges);
         }
     }
 
     void connect() { g_bus_get(G_BUS_TYPE_SESSION, cancel.get(), &Listener::connected, hold()); }
 
     Labels labels;
+    Processes processes;
 
 private:
+    struct Sender {
+        std::map<std::string, LauncherEntryState> entries;
+        std::int32_t pid = 0;  // 0 until the bus has told
+    };
+
     using Self = std::weak_ptr<Listener>;
 
     // What GLib carries to a callback of ours, which takes it back.
@@ -88,7 +94,7 @@ private:
     {
         updates = g_dbus_connection_signal_subscribe(bus.get(), nullptr, interfaceName, "Update", nullptr, nullptr,
                                                      G_DBUS_SIGNAL_FLAGS_NONE, &Listener::updated, hold(), &release);
-        owners = g_dbus_connection_signal_subscribe(
+        ownerChanges = g_dbus_connection_signal_subscribe(
             bus.get(), "org.freedesktop.DBus", "org.freedesktop.DBus", "NameOwnerChanged", "/org/freedesktop/DBus",
             nullptr, G_DBUS_SIGNAL_FLAGS_NONE, &Listener::ownerChanged, hold(), &release);
     }
@@ -113,36 +119,44 @@ private:
         const bool isNew = !senders.contains(sender);
         if (isNew && senders.size() >= mostSenders)
             return;
-        auto &entries = senders[sender];
+        auto &entries = senders[sender].entries;
         if (!entries.contains(id) && entries.size() >= mostEntriesOfOneSender)
             return;
         apply(entries[id], properties);
         rebuild();
         if (isNew)
-            askForOwner(sender);
+            askForProcess(sender);
     }
 
-    // A program that has already ended when its announcement is read leaves without being seen to leave.
-    void askForOwner(const std::string &sender)
+    // A program that has already ended when its announcement is read leaves without being seen to leave: the bus then
+    // knows no process of it.
+    void askForProcess(const std::string &sender)
     {
         auto *question = new std::pair<Self, std::string>(weak_from_this(), sender);
         g_dbus_connection_call(bus.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
-                               "NameHasOwner", g_variant_new("(s)", sender.c_str()), G_VARIANT_TYPE("(b)"),
-                               G_DBUS_CALL_FLAGS_NO_AUTO_START, replyTimeout, cancel.get(), &Listener::ownerKnown,
-                               question);
+                               "GetConnectionUnixProcessID", g_variant_new("(s)", sender.c_str()),
+                               G_VARIANT_TYPE("(u)"), G_DBUS_CALL_FLAGS_NO_AUTO_START, replyTimeout, cancel.get(),
+                               &Listener::processKnown, question);
     }
 
-    static void ownerKnown(GObject *connection, GAsyncResult *result, gpointer held)
+    static void processKnown(GObject *connection, GAsyncResult *result, gpointer held)
     {
         const std::unique_ptr<std::pair<Self, std::string>> question(static_cast<std::pair<Self, std::string> *>(held));
-        const Variant reply(g_dbus_connection_call_finish(G_DBUS_CONNECTION(connection), result, nullptr));
+        GError *failure = nullptr;
+        const Variant reply(g_dbus_connection_call_finish(G_DBUS_CONNECTION(connection), result, &failure));
+        const std::unique_ptr<GError, GlibFree> error(failure);
         const auto listener = question->first.lock();
-        if (!listener || !reply)
+        if (!listener)
             return;
-        gboolean hasOwner = TRUE;
-        g_variant_get(reply.get(), "(b)", &hasOwner);
-        if (!hasOwner)
+        if (error && g_error_matches(failure, G_DBUS_ERROR, G_DBUS_ERROR_NAME_HAS_NO_OWNER))
             listener->forget(question->second);
+        const auto sender = listener->senders.find(question->second);
+        if (!reply || sender == listener->senders.end())
+            return;
+        guint32 pid = 0;
+        g_variant_get(reply.get(), "(u)", &pid);
+        sender->second.pid = static_cast<std::int32_t>(pid);
+        listener->rebuild();
     }
 
     static void ownerChanged(GDBusConnection *, const gchar *, const gchar *, const gchar *, const gchar *,
@@ -165,22 +179,27 @@ private:
 
     void rebuild()
     {
-        Labels now;
-        for (const auto &[sender, entries] : senders)
-            for (const auto &[id, state] : entries)
-                if (const std::string label = state.label(); !label.empty())
-                    now[id] = label;
-        if (now == labels)
+        Labels shown;
+        Processes owners;
+        for (const auto &[name, sender] : senders)
+            for (const auto &[id, state] : sender.entries)
+                if (const std::string label = state.label(); !label.empty()) {
+                    shown[id] = label;
+                    if (sender.pid != 0)
+                        owners[id] = sender.pid;
+                }
+        if (shown == labels && owners == processes)
             return;
-        labels = std::move(now);
+        labels = std::move(shown);
+        processes = std::move(owners);
         changed();
     }
 
     std::function<void()> changed;
     Gobject<GCancellable> cancel;
     Gobject<GDBusConnection> bus;
-    guint updates = 0, owners = 0;
-    std::map<std::string, std::map<std::string, LauncherEntryState>> senders;
+    guint updates = 0, ownerChanges = 0;
+    std::map<std::string, Sender> senders;
 };
 
 LauncherBadges::LauncherBadges(std::function<void()> changed) : listener(std::make_shared<Listener>(std::move(changed)))
@@ -193,6 +212,11 @@ LauncherBadges::~LauncherBadges() = default;
 const LauncherBadges::Labels &LauncherBadges::labels() const
 {
     return listener->labels;
+}
+
+const LauncherBadges::Processes &LauncherBadges::processes() const
+{
+    return listener->processes;
 }
 
 std::string LauncherBadges::entryID(std::string_view applicationUri)

@@ -183,8 +183,36 @@ const std::vector<Application> &ApplicationTable::running()
             entry.snapshot.active = pid == activePid;
             runningApplications.push_back(entry.snapshot);
         }
+        appendWindowless();
     }
     return runningApplications;
+}
+
+void ApplicationTable::appendWindowless()
+{
+    const std::size_t withWindows = runningApplications.size();
+    for (const WindowlessApplication &candidate : windowlessApplications) {
+        const auto end = runningApplications.begin() + static_cast<std::ptrdiff_t>(withWindows);
+        const bool known = std::any_of(runningApplications.begin(), end, [&](const Application &application) {
+            return application.pid == candidate.snapshot.pid || application.bundlePath == candidate.snapshot.bundlePath;
+        });
+        if (!known)
+            runningApplications.push_back(candidate.snapshot);
+    }
+}
+
+void ApplicationTable::setWindowless(std::vector<WindowlessApplication> applications)
+{
+    windowlessApplications = std::move(applications);
+    stale = true;
+}
+
+const WindowlessApplication *ApplicationTable::windowless(Pid pid) const
+{
+    const auto found =
+        std::find_if(windowlessApplications.begin(), windowlessApplications.end(),
+                     [pid](const WindowlessApplication &application) { return application.snapshot.pid == pid; });
+    return found == windowlessApplications.end() ? nullptr : &*found;
 }
 
 void ApplicationTable::findActive()

@@ -22,6 +22,12 @@ struct ApplicationEntry {
     std::vector<WindowId> hiddenWindows;  // those that hiding minimised, and showing again has to restore
 };
 
+// A process that shows no window but a badge on its launcher, and counts as an application for that.
+struct WindowlessApplication {
+    Application snapshot;
+    std::string iconName;
+};
+
 class ApplicationTable {
 public:
     ApplicationTable(PropertyMirror &mirror, ApplicationCatalogue &catalogue);
@@ -29,10 +35,15 @@ public:
     // Takes a change over; the event that stands for it, or absent when nobody can see a difference.
     std::optional<ApplicationEvent> apply(const MirrorChanges &changes);
 
-    // Those with tasks, by their first window, and this process.
+    // Those with tasks, by their first window, and this process; then those without windows whose application has none
+    // under another process either.
     const std::vector<Application> &running();
     // Null for a process without windows; one that has only docks or the like is found.
     ApplicationEntry *find(Pid pid);
+    // In place of those that were set before.
+    void setWindowless(std::vector<WindowlessApplication> applications);
+    // Null for a process that is none of them.
+    const WindowlessApplication *windowless(Pid pid) const;
     // The process that has the focus; 0 without one.
     Pid focusedPid() const { return activePid; }
     // The task that has the focus, itself or by one of its dialogs; 0 without one.
@@ -44,6 +55,7 @@ public:
 private:
     bool regroup(std::optional<ApplicationEvent> &event);
     void findActive();
+    void appendWindowless();
     void identify(Pid pid, ApplicationEntry &entry);
     bool describe(Pid pid, ApplicationEntry &entry);
     std::optional<ApplicationEvent> updateHiding(ApplicationEntry &entry);
@@ -53,6 +65,7 @@ private:
     ApplicationCatalogue &catalogue;
     std::unordered_map<Pid, ApplicationEntry> entries;
     std::vector<Pid> order;
+    std::vector<WindowlessApplication> windowlessApplications;
     std::vector<Application> runningApplications;
     bool stale = true;
     unsigned catalogueRevision = 0;

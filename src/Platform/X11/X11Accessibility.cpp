@@ -198,13 +198,18 @@ std::optional<std::uint64_t> X11Accessibility::revision(Pid pid)
     return entry ? std::optional(entry->revision) : std::nullopt;
 }
 
+std::string X11Accessibility::announcedBadge(const Application &application) const
+{
+    if (!application.bundlePath)
+        return {};
+    const auto announced = launcherBadges.find(fileNameOf(*application.bundlePath));
+    return announced == launcherBadges.end() ? std::string() : announced->second;
+}
+
 std::string X11Accessibility::badgeOf(const ApplicationEntry &entry) const
 {
-    if (const auto &path = entry.snapshot.bundlePath) {
-        const auto announced = launcherBadges.find(fileNameOf(*path));
-        if (announced != launcherBadges.end() && !announced->second.empty())
-            return announced->second;
-    }
+    if (std::string announced = announcedBadge(entry.snapshot); !announced.empty())
+        return announced;
     const bool attention = std::any_of(entry.tasks.begin(), entry.tasks.end(), [this](WindowId id) {
         const WindowRecord *window = mirror.find(id);
         return window && (window->demandsAttention || window->urgent);
@@ -217,7 +222,9 @@ std::vector<Element> X11Accessibility::dockItems()
     std::vector<Element> items;
     for (const Application &application : table.running()) {
         const ApplicationEntry *entry = table.find(application.pid);
-        std::string label = entry && application.localizedName ? badgeOf(*entry) : std::string();
+        std::string label;
+        if (application.localizedName)
+            label = entry ? badgeOf(*entry) : announcedBadge(application);
         if (label.empty())
             continue;
         auto item = std::make_shared<X11Element>();

@@ -36,6 +36,7 @@ private:
     AxStatus copyApplication(Pid pid, std::string_view attribute, Value &out);
     AxStatus copyWindow(const x11::WindowRecord &window, std::string_view attribute, Value &out);
     std::vector<Element> dockItems();
+    std::string announcedBadge(const Application &application) const;
     std::string badgeOf(const x11::ApplicationEntry &entry) const;
 
     x11::PropertyMirror &mirror;

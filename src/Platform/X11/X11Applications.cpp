@@ -33,8 +33,10 @@ std::optional<Application> X11Applications::find(Pid pid)
     if (pid == dockPid)
         return withBundleIdentifier("com.apple.dock").front();
     const ApplicationEntry *entry = table.find(pid);
-    if (!entry)
-        return std::nullopt;
+    if (!entry) {
+        const x11::WindowlessApplication *windowless = table.windowless(pid);
+        return windowless ? std::optional(windowless->snapshot) : std::nullopt;
+    }
     Application application = entry->snapshot;
     application.active = pid == table.focusedPid();
     return application;
@@ -60,8 +62,10 @@ std::vector<Application> X11Applications::withBundleIdentifier(std::string_view 
 ImagePtr X11Applications::icon(Pid pid)
 {
     ApplicationEntry *entry = table.find(pid);
-    if (!entry)
-        return nullptr;
+    if (!entry) {
+        const x11::WindowlessApplication *windowless = table.windowless(pid);
+        return windowless && loadIcon ? loadIcon(windowless->iconName) : nullptr;
+    }
     if (!entry->icon) {
         ImagePtr image = loadIcon && !entry->iconName.empty() ? loadIcon(entry->iconName) : nullptr;
         entry->icon = image ? image : windowIcon(*entry);

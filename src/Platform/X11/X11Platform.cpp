@@ -95,6 +95,11 @@ void X11Platform::setLauncherBadges(std::map<std::string, std::string> labels)
     parts->accessibility.setLauncherBadges(std::move(labels));
 }
 
+void X11Platform::setWindowlessApplications(std::vector<x11::WindowlessApplication> applications)
+{
+    parts->table.setWindowless(std::move(applications));
+}
+
 void X11Platform::announce(SessionEvent event)
 {
     parts->applications.announce(event);

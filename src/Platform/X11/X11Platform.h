@@ -9,11 +9,13 @@
 #include "Platform/Screens.h"
 #include "Platform/WindowList.h"
 #include "Platform/X11/ApplicationCatalogue.h"
+#include "Platform/X11/ApplicationTable.h"
 
 #include <functional>
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 struct xcb_connection_t;
 
@@ -46,6 +48,8 @@ public:
 
     // A desktop entry's id ("org.example.Mail.desktop") to the text of its badge; replaces what was set before.
     void setLauncherBadges(std::map<std::string, std::string> labels);
+    // Processes without windows that show such a badge; replaces what was set before.
+    void setWindowlessApplications(std::vector<x11::WindowlessApplication> applications);
     // Tells the observers of the session what other services of the system have reported. From the run loop only.
     void announce(SessionEvent event);
 

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <memory>
+#include <unistd.h>
 #include <vector>
 
 namespace korvane::platform {
@@ -85,7 +86,10 @@ TEST_F(Badges, ACountThatIsVisibleIsABadge)
     Sender mail;
     mail.announce("application://org.example.Mail.desktop", "{'count': <int64 7>, 'count-visible': <true>}");
     EXPECT_TRUE(becomes({{"org.example.Mail.desktop", "7"}}));
-    EXPECT_EQ(changes, 1);
+    EXPECT_TRUE(loop.turnUntil([&] {
+        return badges->processes() == LauncherBadges::Processes{{"org.example.Mail.desktop", getpid()}};
+    }));
+    EXPECT_LE(changes, 2);  // the label, and then perhaps apart from it the process
     mail.announce("application://org.example.Mail.desktop", "{'count': <int64 8>}");
     EXPECT_TRUE(becomes({{"org.example.Mail.desktop", "8"}}));
     mail.announce("application://org.example.Mail.desktop", "{'count-visible': <false>}");
@@ -131,7 +135,7 @@ TEST_F(Badges, WhatIsNoAnnouncementIsPassedOver)
     odd.announce("application://odd.desktop", "{'count': <'seven'>, 'count-visible': <'yes'>, 'urgent': <3>}");
     odd.announce("application://end.desktop", "{'urgent': <true>}");
     EXPECT_TRUE(becomes({{"end.desktop", "!"}}));
-    EXPECT_EQ(changes, 1);
+    EXPECT_LE(changes, 2);
 }
 
 TEST_F(Badges, AreForgottenWithWhoeverListens)
