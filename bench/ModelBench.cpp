@@ -107,6 +107,84 @@ void RefreshFullyChanged(benchmark::State &state)
 }
 BENCHMARK(RefreshFullyChanged)->Apply(sizes);
 
+// What the rows show, ungrouped and grouped by application.
+void Entries(benchmark::State &state)
+{
+    Desk desk(state.range(0));
+    for (auto _ : state) {
+        auto entries = desk.model.taskbarEntries(state.range(1) != 0);
+        benchmark::DoNotOptimize(entries.data());
+    }
+}
+BENCHMARK(Entries)
+    ->ArgNames({"windows", "grouped"})
+    ->ArgsProduct({{10, 100, 1000, 10000}, {0, 1}})
+    ->Unit(benchmark::kMicrosecond);
+
+// Under an order in which every window has a place, all of them far from where they were found.
+void SortUnderAStoredOrder(benchmark::State &state)
+{
+    Desk desk(state.range(0));
+    const auto &items = desk.model.runningApps();
+    std::vector<std::string> order;
+    for (std::size_t i = 0; i < items.size(); ++i)
+        order.push_back(items[i * 7919 % items.size()].id);
+    for (auto _ : state) {
+        std::vector<const RunningAppItem *> sorted;
+        for (const RunningAppItem &item : items)
+            sorted.push_back(&item);
+        TaskOrder::sort(sorted, OrderIndex(order), [](const RunningAppItem &) { return std::size_t{0}; });
+        benchmark::DoNotOptimize(sorted.data());
+    }
+}
+BENCHMARK(SortUnderAStoredOrder)->Apply(sizes);
+
+// Each thing that a user can do to the order, with all that follows from it, at a thousand windows.
+constexpr std::int64_t userDesk = 1000;
+
+void UserSendsATaskToTheEnd(benchmark::State &state)
+{
+    Desk desk(userDesk);
+    for (auto _ : state)
+        desk.model.setTaskPosition(desk.model.runningApps()[500].id, false);
+}
+BENCHMARK(UserSendsATaskToTheEnd)->Unit(benchmark::kMicrosecond);
+
+void UserDropsATaskOnARow(benchmark::State &state)
+{
+    Desk desk(userDesk);
+    for (auto _ : state)
+        desk.model.dropTaskOnRow(desk.model.runningApps()[900].id, desk.model.runningApps()[100].id, true);
+}
+BENCHMARK(UserDropsATaskOnARow)->Unit(benchmark::kMicrosecond);
+
+void UserDropsAGroupOnARow(benchmark::State &state)
+{
+    Desk desk(userDesk);
+    std::size_t target = 0;
+    for (auto _ : state) {
+        target = target == 0 ? 900 : 0;
+        desk.model.dropTaskOnRow("group::auto:1050", desk.model.runningApps()[target].id, true);
+    }
+}
+BENCHMARK(UserDropsAGroupOnARow)->Unit(benchmark::kMicrosecond);
+
+void UserDropsATaskAtARowsEnd(benchmark::State &state)
+{
+    Desk desk(userDesk);
+    for (auto _ : state)
+        desk.model.dropTaskAtOverflowRowEnd(desk.model.runningApps()[900].id, desk.model.runningApps()[100].id);
+}
+BENCHMARK(UserDropsATaskAtARowsEnd)->Unit(benchmark::kMicrosecond);
+
+void UserMakesAGroupOfTwoTasks(benchmark::State &state)
+{
+    Desk desk(userDesk);
+    for (auto _ : state)
+        desk.model.groupTask(desk.model.runningApps()[900].id, desk.model.runningApps()[100].id);
+}
+BENCHMARK(UserMakesAGroupOfTwoTasks)->Unit(benchmark::kMicrosecond);
+
 // The floor that the others are compared with: copying the published list once.
 void CopyList(benchmark::State &state)
 {
