@@ -171,6 +171,8 @@ public:
     void confirmCloseGroup(const RunningAppGroup &group);
     void confirmCloseAllWindows();
     void terminateApp();
+    // The one road of every alert. Blocks until a button is pressed, and gives its number.
+    int runKorvaneModal(const platform::Alert &alert, double horizontalCenterFraction = 0.5);
 
     // ------------------------------------------------------------------------------------------------ colours
     std::optional<std::string> liveTabColorName(const std::string &id) const;

@@ -11,6 +11,9 @@ struct Alert {
     std::vector<std::string> buttons;  // the first answers 1000, the second 1001, ...
 };
 
+// What an alert answers when its first button was pressed.
+inline constexpr int firstAlertButton = 1000;
+
 class Dialogs {
 public:
     virtual ~Dialogs() = default;

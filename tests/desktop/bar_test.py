@@ -245,6 +245,46 @@ class GroupingByNeedOnASmallScreen(GroupingByNeed):
     width = 1280
 
 
+class Alerts(BarCase):
+    screens = [(1280, 1000, 0, 0)]
+
+    def show(self):
+        self.alert = self.desktop.start([os.environ["KORVANE_ALERT"]])
+        self.buttons_by_name = self.desktop.wait_for(self.named_buttons, "the alert's buttons")
+
+    def named_buttons(self):
+        found = {c.name: c for c in self.desktop.controls(window_title=None, role="push button")}
+        return found if {"Continue", "Cancel"} <= set(found) else None
+
+    def answer(self):
+        self.alert.wait(10)
+        return self.desktop.log_text(self.alert).strip()
+
+    def test_stand_low_on_the_screen_and_read_as_written(self):
+        self.show()
+        texts = [c.name for c in self.desktop.controls(window_title=None, role="label")]
+        self.assertIn("Close All Windows?", texts)
+        self.assertIn("All open windows will be closed. Continue?", texts)
+        window = self.desktop.wait_for(lambda: next((w for w in self.desktop.client_windows()
+                                                     if self.desktop.pid(w) == self.alert.pid), None), "its window")
+
+        def place():
+            x, y, width, height = self.desktop.geometry(window)
+            return abs(x + width / 2 - 640) <= 1, 1000 - (y + height)
+        # Eight hundredths of the height, give or take the frame that a window manager may put around it.
+        self.desktop.wait_for(lambda: place()[0] and abs(place()[1] - 80) <= 30, f"its place, not {place()}")
+
+    def test_are_answered_by_return_and_escape_and_the_accessibility_bus(self):
+        for act, expected in ((lambda: self.desktop.key("Return"), "1000"), (lambda: self.desktop.key("Escape"), "1001"),
+                              (lambda: self.desktop.press(self.buttons_by_name["Continue"]), "1000"),
+                              (lambda: self.desktop.press(self.buttons_by_name["Cancel"]), "1001")):
+            self.show()
+            self.desktop.wait_for(lambda: self.desktop.pid(self.desktop.active_window()) == self.alert.pid,
+                                  "the alert to have the keyboard")
+            act()
+            self.assertEqual(self.answer(), expected)
+
+
 class WindowManagers(BarCase):
     def test_that_end_leave_the_tabs_and_the_next_one_takes_over(self):
         client = Client(self.desktop)

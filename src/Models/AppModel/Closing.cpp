@@ -12,7 +12,6 @@ using V = SettingsValues;
 
 namespace {
 
-constexpr int firstButton = 1000;
 constexpr std::string_view fileManager = "com.apple.finder";
 
 }  // namespace
@@ -157,7 +156,12 @@ void AppModel::quit(const RunningAppItem &item)
 
 bool AppModel::confirmed(const std::string &message, const std::string &informative, const std::string &button)
 {
-    return platform.dialogs.runModal({message, informative, {button, "Cancel"}}, 0.5) == firstButton;
+    return runKorvaneModal({message, informative, {button, "Cancel"}}) == platform::firstAlertButton;
+}
+
+int AppModel::runKorvaneModal(const platform::Alert &alert, double horizontalCenterFraction)
+{
+    return platform.dialogs.runModal(alert, horizontalCenterFraction);
 }
 
 void AppModel::confirmQuitApplication(const RunningAppItem &item)

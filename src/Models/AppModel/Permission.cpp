@@ -7,7 +7,6 @@ namespace {
 constexpr const char *settingsPage = "x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility";
 // Always this identifier, whatever the running copy is called.
 constexpr const char *fixedIdentifier = "com.example.Korvane";
-constexpr int firstButton = 1000;
 
 }  // namespace
 
@@ -23,12 +22,12 @@ void AppModel::resetAccessibilityPermission()
         "This removes Korvane’s existing macOS Accessibility permission. Korvane will quit, and permission must be "
         "approved again after restarting it. Continue?",
         {"Continue", "Cancel"}};
-    if (platform.dialogs.runModal(question, 0.5) != firstButton)
+    if (runKorvaneModal(question) != platform::firstAlertButton)
         return;
     const auto result = platform.accessibility.resetGrant(fixedIdentifier);
     if (!result.launched || result.status != 0) {
         const std::string reason = result.launched ? "macOS did not reset the Accessibility permission." : result.error;
-        platform.dialogs.runModal({"Accessibility Reset Failed", reason, {"OK"}}, 0.5);
+        runKorvaneModal({"Accessibility Reset Failed", reason, {"OK"}});
         return;
     }
     openAccessibilitySettings();
