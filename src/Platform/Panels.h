@@ -28,6 +28,8 @@ public:
     virtual void apply(NativeView view, const PanelTraits &traits) = 0;
     // Above the other windows of its level, whoever is active.
     virtual void orderFrontRegardless(NativeView view) = 0;
+    // The same, and it gets the keyboard, whoever has it. For a panel that has been shown.
+    virtual void makeKeyAndOrderFront(NativeView view) = 0;
     // Whether pixels of a panel that are not drawn let the desktop be seen. Without that a panel is opaque.
     virtual bool translucencyAvailable() = 0;
     // translucencyAvailable() has another answer.

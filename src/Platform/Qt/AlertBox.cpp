@@ -125,7 +125,7 @@ int AlertBox::run(double horizontalCenterFraction, Panels *panels)
     setModal(true);
     show();
     if (panels != nullptr)
-        panels->orderFrontRegardless(winId());
+        panels->makeKeyAndOrderFront(winId());
     activateWindow();
     exec();
     const int answer = result();

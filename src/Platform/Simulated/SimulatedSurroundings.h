@@ -81,6 +81,11 @@ public:
 
     void apply(platform::NativeView view, const platform::PanelTraits &traits) override { applied[view] = traits; }
     void orderFrontRegardless(platform::NativeView view) override { orderedFront.push_back(view); }
+    void makeKeyAndOrderFront(platform::NativeView view) override
+    {
+        orderedFront.push_back(view);
+        key = view;
+    }
     bool translucencyAvailable() override
     {
         ++translucencyReads;
@@ -95,6 +100,7 @@ public:
     void setTranslucencyAvailable(bool available);
     std::map<platform::NativeView, platform::PanelTraits> applied;
     std::vector<platform::NativeView> orderedFront;  // in the order of asking
+    platform::NativeView key = 0;  // the panel that was given the keyboard last
     int translucencyReads = 0;
 
 private:

@@ -56,6 +56,24 @@ void X11Panels::orderFrontRegardless(NativeView view)
     xcb_flush(views);
 }
 
+void X11Panels::makeKeyAndOrderFront(NativeView view)
+{
+    orderFrontRegardless(view);
+    // A manager that guards the focus lets a pager have it.
+    constexpr std::uint32_t sourceIsPager = 2;
+    xcb_client_message_event_t event{};
+    event.response_type = XCB_CLIENT_MESSAGE;
+    event.format = 32;
+    event.window = static_cast<xcb_window_t>(view);
+    event.type = connection[Atom::netActiveWindow];
+    event.data.data32[0] = sourceIsPager;
+    event.data.data32[1] = XCB_CURRENT_TIME;
+    xcb_send_event(views, 0, connection.root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                   reinterpret_cast<const char *>(&event));
+    xcb_flush(views);
+}
+
 Subscription X11Panels::observeTranslucency(std::function<void()> callback)
 {
     return observers.add(std::move(callback));

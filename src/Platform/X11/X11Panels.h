@@ -17,6 +17,7 @@ public:
 
     void apply(NativeView view, const PanelTraits &traits) override;
     void orderFrontRegardless(NativeView view) override;
+    void makeKeyAndOrderFront(NativeView view) override;
     bool translucencyAvailable() override { return compositor != XCB_NONE; }
 
     [[nodiscard]] Subscription observeTranslucency(std::function<void()> callback) override;

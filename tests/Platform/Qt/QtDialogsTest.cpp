@@ -55,6 +55,7 @@ public:
         takesKeys = traits.canBecomeKey;
     }
     void orderFrontRegardless(NativeView view) override { front = view; }
+    void makeKeyAndOrderFront(NativeView view) override { front = view; }
     bool translucencyAvailable() override { return false; }
     Subscription observeTranslucency(std::function<void()>) override { return nullptr; }
 
