@@ -1,7 +1,8 @@
 // The model on a real X server: closing, hiding and quitting with programs that obey, refuse, ask and hang.
+#include "Linux/TemporaryDirectory.h"
 #include "Models/AppModel.h"
 #include "Platform/Icu/IcuText.h"
-#include "Platform/Simulated/MemoryDefaults.h"
+#include "Platform/Linux/PropertyListDefaults.h"
 #include "Platform/Simulated/SimulatedSurroundings.h"
 #include "X11/X11Test.h"
 #include "support/SampleClient.h"
@@ -15,7 +16,7 @@ namespace {
 using platform::X11Test;
 using testing::SampleClient;
 
-// Windows and time are real; settings and dialogs are of the test.
+// Windows, time and the settings file are real; dialogs are of the test.
 class ModelOnX11 : public X11Test, public ::testing::WithParamInterface<const char *> {
 protected:
     ModelOnX11()
@@ -66,7 +67,8 @@ protected:
     simulated::ActionLog actions;
     simulated::SimulatedApplications simulatedApplications;
     simulated::SimulatedLoginItem loginItem;
-    simulated::MemoryDefaults defaults;
+    platform::TemporaryDirectory directory;
+    platform::PropertyListDefaults defaults{loop, directory.path() / "defaults.plist"};
     simulated::SimulatedLaunching launching;
     platform::IcuText text;
     simulated::SimulatedIcons icons;
@@ -168,8 +170,10 @@ TEST_P(Closing, TheLastMemberOfACustomGroupTakesTheGroupOutOfTheSettings)
     model->closeFrontWindow(task("draft"));
     EXPECT_EQ(defaults.dictionary("customGroupNames")->size(), 1U);
     model->closeFrontWindow(task("list"));
-    EXPECT_TRUE(defaults.dictionary("customGroupNames")->empty());
-    EXPECT_TRUE(defaults.dictionary("customGroupMembers")->empty());
+    defaults.synchronize();
+    platform::PropertyListDefaults stored(loop, directory.path() / "defaults.plist");
+    EXPECT_TRUE(stored.dictionary("customGroupNames")->empty());
+    EXPECT_TRUE(stored.dictionary("customGroupMembers")->empty());
     EXPECT_TRUE(become({"inbox"}));
 }
 
