@@ -270,7 +270,7 @@ private:
     std::string makeGroup(const std::string &name);
     void join(const std::vector<RunningAppItem> &items, const std::string &groupKey);
     void forgetTasks(const std::set<std::string> &ids);
-    bool pressCloseButton(const platform::Element &window, bool &hasButton);
+    bool pressCloseButton(const platform::Element &window);
     bool confirmed(const std::string &message, const std::string &informative, const std::string &button = "Continue");
     void raise(const platform::Element &window, Pid pid);
 

@@ -17,12 +17,11 @@ constexpr std::string_view fileManager = "com.apple.finder";
 }  // namespace
 
 // Answers whether the press succeeded. A window is closed by no other road than its own close button.
-bool AppModel::pressCloseButton(const Element &window, bool &hasButton)
+bool AppModel::pressCloseButton(const Element &window)
 {
     Value value;
     const bool read = platform.accessibility.copy(window, "AXCloseButton", value) == AxStatus::success;
     const auto *button = read ? std::get_if<Element>(&value) : nullptr;
-    hasButton = button != nullptr;
     return button && platform.accessibility.perform(*button, "AXPress") == AxStatus::success;
 }
 
@@ -54,8 +53,7 @@ void AppModel::closeFrontWindow(const RunningAppItem &item)
         return;
     }
     const Element window = resolveWindow(item);
-    bool hasButton = false;
-    if (window && pressCloseButton(window, hasButton))
+    if (window && pressCloseButton(window))
         forgetTasks({item.id});
 }
 
@@ -68,11 +66,9 @@ void AppModel::closeWindows(const RunningAppGroup &group)
     std::set<std::string> ids;
     for (const RunningAppItem &item : group.windows)
         ids.insert(item.id);
-    for (const RunningAppItem &item : group.windows) {
-        bool hasButton = false;
+    for (const RunningAppItem &item : group.windows)
         if (const Element window = resolveWindow(item))
-            pressCloseButton(window, hasButton);
-    }
+            pressCloseButton(window);
     forgetTasks(ids);
 }
 
@@ -120,8 +116,7 @@ void AppModel::closeAllWindows()
             // The desktop of the file manager is a window without a title.
             if (application.bundleIdentifier == fileManager && !discovery.title(window))
                 continue;
-            bool hasButton = false;
-            pressCloseButton(window, hasButton);
+            pressCloseButton(window);
         }
     }
     refreshAfterWindowStateChange(false);
