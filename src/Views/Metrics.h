@@ -41,6 +41,13 @@ inline constexpr int countFontSize = 10;
 inline constexpr double countOpacity = 0.65;
 inline constexpr double glyphFontScale = 0.64;  // of the icon's square
 
+// A panel above the control it belongs to
+inline constexpr double popoverRadius = 8;
+inline constexpr int popoverGap = 4;  // to the control and to the screen's edges
+inline constexpr int popoverFontSize = 13;
+inline constexpr QColor popoverGround(38, 40, 46, 250);
+inline constexpr QColor popoverStroke(255, 255, 255, 46);
+
 // Changes of height
 inline constexpr double heightTolerance = 0.5;
 inline constexpr double heightAnimationSeconds = 0.1;

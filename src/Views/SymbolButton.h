@@ -1,0 +1,47 @@
+// A small plain button that shows one of the symbols, or a short text, and nothing else.
+#pragma once
+
+#include <QAbstractButton>
+#include <QPixmap>
+#include <QString>
+
+namespace korvane {
+
+class SymbolButton : public QAbstractButton {
+    Q_OBJECT
+
+public:
+    // Where the picture lies in the button.
+    struct Look {
+        QString symbol;       // by its name; empty when there is a text
+        QString text;         // in place of a symbol
+        double size = 10;     // of the symbol's square or of the font, in points
+        double opacity = 1;   // of the whole button
+        double stretchY = 1;  // of the symbol, vertically
+        friend bool operator==(const Look &, const Look &) = default;
+    };
+
+    // The size is the button's own for good.
+    SymbolButton(const QSize &size, QWidget *parent);
+
+    // Repaints when it differs.
+    void setLook(const Look &look);
+    const Look &currentLook() const { return look; }
+    // The tool tip, which is also the name that the accessibility tree gives.
+    void setTip(const QString &tip);
+
+    QSize sizeHint() const override { return fixedSize; }
+
+protected:
+    bool event(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    const QPixmap &symbolPixmap();
+
+    QSize fixedSize;
+    Look look;
+    QPixmap pixmap;  // of the symbol, in device pixels; made when first drawn
+};
+
+}  // namespace korvane
