@@ -33,6 +33,11 @@ std::string customGroup(std::string_view groupKey)
     return std::string(customGroupPrefix).append(groupKey);
 }
 
+std::string groupDrag(std::string_view groupID)
+{
+    return std::string(groupDragPrefix).append(groupID);
+}
+
 std::string applicationMemoryKey(const std::optional<std::string> &bundleIdentifier, Pid pid)
 {
     return bundleIdentifier ? *bundleIdentifier : "pid:" + std::to_string(pid);

@@ -27,6 +27,8 @@ std::string windowListWindow(Pid pid, std::int64_t number);
 std::string automaticGroup(Pid pid);
 // "custom:" key
 std::string customGroup(std::string_view groupKey);
+// What a drag of a whole group carries: "group::" and the group's identifier.
+std::string groupDrag(std::string_view groupID);
 // The bundle identifier, or "pid:" and the process identifier where there is none.
 std::string applicationMemoryKey(const std::optional<std::string> &bundleIdentifier, Pid pid);
 inline std::string applicationMemoryKey(const RunningAppItem &item)

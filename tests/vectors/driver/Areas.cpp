@@ -33,6 +33,16 @@ CaseRunner runnerOf(std::string_view area, const Json &file)
         return functionRunner(widthFunctions());
     if (area == "layout_pass")
         return runLayoutPass;
+    if (area == "overflow_lock")
+        return runOverflowLock;
+    if (area == "drag_and_drop")
+        return runDragAndDrop;
+    if (area == "hover")
+        return [](const Json &testCase, const Json &) {
+            if (testCase.at("machine") == "overflow")
+                return runOverflowHover(testCase);
+            return Outcome::skip("no machine " + testCase.at("machine").get<std::string>());
+        };
     return nullptr;
 }
 

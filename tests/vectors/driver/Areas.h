@@ -15,6 +15,10 @@ const Functions &recordFunctions();
 const Functions &colorFunctions();
 const Functions &layoutEngineFunctions();
 const Functions &widthFunctions();
+Outcome runOverflowLock(const Json &testCase, const Json &file);
+Outcome runDragAndDrop(const Json &testCase, const Json &file);
+// A timed machine: the overflow rows of one bar.
+Outcome runOverflowHover(const Json &testCase);
 Outcome runLayoutPass(const Json &testCase, const Json &file);
 
 }  // namespace korvane::vectors
