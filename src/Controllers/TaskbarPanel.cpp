@@ -11,7 +11,7 @@ TaskbarPanel::TaskbarPanel(AppModel &model, ViewServices &services, platform::Pl
                            const platform::Screen &screen, const QRect &rectangle)
     : QWidget(nullptr, Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::WindowDoesNotAcceptFocus),
       platform(system), panelScreen(screen), screenRectangle(rectangle),
-      content(new TaskbarView(model, services, this)), currentHeight(PanelGeometry::barHeight)
+      content(new TaskbarView(model, services, system, this)), currentHeight(PanelGeometry::barHeight)
 {
     setWindowTitle(QStringLiteral("Korvane Taskbar"));
     setAttribute(Qt::WA_TranslucentBackground);

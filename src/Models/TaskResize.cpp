@@ -33,6 +33,15 @@ void TaskResize::ended()
     actions.disarm();
 }
 
+void TaskResize::cancelled()
+{
+    if (!isResizing)
+        return;
+    isResizing = false;
+    guide = 0;
+    actions.endResize();
+}
+
 namespace TaskWidthOverrides {
 
 void prune(Overrides &overrides, std::span<const RunningAppItem> tasks, const StringMap &customGroupMembers,

@@ -30,6 +30,8 @@ public:
     void changed(double currentWidth, double horizontalTranslation);
     // Nothing without a drag.
     void ended();
+    // The grip went away under the drag: no width is set, but the list moves again.
+    void cancelled();
 
     bool resizing() const { return isResizing; }
     double dragStartWidth() const { return startWidth; }

@@ -12,6 +12,39 @@ inline constexpr double gradientBottomOpacity = 0.54;
 inline constexpr QColor material(46, 49, 56, 235);  // under the gradient, where the desktop can shine through
 inline constexpr QColor opaqueMaterial(46, 49, 56);
 
+inline constexpr int barEndPadding = 2;  // between the last control and the screen's edge
+inline constexpr int dividerPadding = 5;
+inline constexpr double dividerOpacity = 0.16;  // of white
+inline constexpr int narrowestEndZone = 4;      // behind the last tab, for drops
+
+// The controls at the end of the bar
+inline constexpr int trayButtonWidth = 18;
+inline constexpr int smallButtonHeight = 14;
+inline constexpr int clockWidth = 82;
+inline constexpr double arrowSize = 10;
+inline constexpr double lockSize = 9;
+inline constexpr double refreshSize = 9;
+inline constexpr double closeAllSize = 6;
+inline constexpr double closeAllOpacity = 0.75;
+inline constexpr double hideAllSize = 10;
+inline constexpr double hideAllOpacity = 0.82;
+inline constexpr int bufferTrailingPadding = 10;
+
+// A drag over the bar
+inline constexpr double cueRadius = 4;
+inline constexpr double cueStroke = 2;
+inline constexpr int cueCapsuleWidth = 3;
+inline constexpr int cueCapsuleHeight = 30;
+inline constexpr int cueCapsuleShift = 3;  // to the left of the button's edge
+inline constexpr int endCapZoneHeight = 38;
+
+// The grip of a tab whose width is being set
+inline constexpr int gripWidth = 3;
+inline constexpr int gripHeight = 17;
+inline constexpr int gripHitWidth = 13;
+inline constexpr double gripCentreY = 19.5;  // from the top of the button
+inline constexpr double gripOpacity = 0.95;
+
 // An overflow row's card
 inline constexpr double cardRadius = 8;
 inline constexpr double cardStrokeWidth = 0.5;

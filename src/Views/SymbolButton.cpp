@@ -4,6 +4,7 @@
 #include "Views/Painting.h"
 #include "Views/TitleText.h"
 
+#include <QEnterEvent>
 #include <QHelpEvent>
 #include <QPainter>
 #include <QToolTip>
@@ -34,6 +35,18 @@ void SymbolButton::setTip(const QString &tip)
         return;
     setToolTip(tip);
     setAccessibleName(tip);
+}
+
+void SymbolButton::enterEvent(QEnterEvent *event)
+{
+    QAbstractButton::enterEvent(event);
+    Q_EMIT hoverChanged(true);
+}
+
+void SymbolButton::leaveEvent(QEvent *event)
+{
+    QAbstractButton::leaveEvent(event);
+    Q_EMIT hoverChanged(false);
 }
 
 bool SymbolButton::event(QEvent *event)

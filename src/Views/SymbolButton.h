@@ -32,7 +32,13 @@ public:
 
     QSize sizeHint() const override { return fixedSize; }
 
+Q_SIGNALS:
+    // The pointer came or left.
+    void hoverChanged(bool hovered);
+
 protected:
+    void enterEvent(QEnterEvent *event) override;
+    void leaveEvent(QEvent *event) override;
     bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 

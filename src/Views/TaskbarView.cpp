@@ -1,37 +1,46 @@
 #include "Views/TaskbarView.h"
 
-#include "Models/PanelGeometry.h"
+#include "Views/MainRowView.h"
 #include "Views/Metrics.h"
+#include "Views/OverflowRowCard.h"
+#include "Views/SymbolButton.h"
 #include "Views/TaskButton.h"
-#include "Views/TaskRow.h"
+#include "Views/TaskDropCue.h"
+#include "Views/TaskResizeHandle.h"
 
-#include <QMenu>
 #include <QResizeEvent>
 #include <algorithm>
-#include <cmath>
 
 namespace korvane {
-namespace {
-
-int rounded(double length)
-{
-    return static_cast<int>(std::lround(length));
-}
-
-}  // namespace
 
 ViewServices::ViewServices() : tabText(systemFont(metrics::buttonFontSize)) {}
 
-TaskbarView::TaskbarView(AppModel &appModel, ViewServices &viewServices, QWidget *parent)
-    : QWidget(parent), model(appModel), services(viewServices), mainRow(new MainRowGround(this))
-{}
-
-TaskbarView::~TaskbarView()
+TaskbarView::TaskbarView(AppModel &appModel, ViewServices &viewServices, platform::Platform &system, QWidget *parent)
+    : QWidget(parent), model(appModel), services(viewServices), platform(system),
+      hover(system.loop,
+            {[this](bool visible) { model.setTaskOverflowRowsVisible(visible); },
+             [this](bool expanded) { model.setTaskRowsExpanded(expanded); }, [this] { arrangeRows(); }},
+            appModel.settings().autoHideOverflow),
+      knownGroupMembers(appModel.settings().customGroupMembers), mainRow(new MainRowView(this)),
+      cue(new TaskDropCue(this))
 {
-    // A list that goes with its panel is not open any more.
-    if (!openGroupID.empty())
-        model.setGroupedListOpen(false, openGroupID);
+    setAcceptDrops(true);
+    dropActions = {
+        [this](const std::string &id, const std::string &with) { model.groupTask(id, with); },
+        [this](const std::string &id, const std::string &adjacentTo, bool after) {
+            model.dropTaskOnRow(id, adjacentTo, after);
+        },
+        [this](const std::string &id, const RunningAppGroup &onto) { model.dropTask(id, onto); },
+        [this](const std::string &id, const std::string &targetID) { model.dropTaskAtOverflowRowEnd(id, targetID); }};
+    connect(&mainRow->arrow(), &QAbstractButton::clicked, this,
+            [this] { hover.toggleArrow(model.taskRowsExpanded()); });
+    connect(&mainRow->arrow(), &SymbolButton::hoverChanged, this,
+            [this](bool hovered) { hover.overflowArrowHoverChanged(hovered); });
+    connect(&mainRow->closeAll(), &QAbstractButton::clicked, this, [this] { model.confirmCloseAllWindows(); });
+    connect(&mainRow->hideAll(), &QAbstractButton::clicked, this, [this] { model.hideVisibleWindows(); });
 }
+
+TaskbarView::~TaskbarView() = default;
 
 TaskButton *TaskbarView::button(const std::string &entryID) const
 {
@@ -49,7 +58,9 @@ void TaskbarView::setTranslucent(bool translucent)
 
 void TaskbarView::updateFromModel()
 {
+    hover.setAutoHideOverflow(model.settings().autoHideOverflow);
     runPass();
+    reactToChanges();
     arrange();
     // Several screens share the one count, and the last writer wins: each view speaks up for its own changes alone.
     if (reportedRowCount != current.rowCount) {
@@ -60,40 +71,89 @@ void TaskbarView::updateFromModel()
 
 void TaskbarView::runPass()
 {
-    TaskbarPassInput input{.runningApps = model.runningApps(),
-                           .settingsTask = model.settingsTaskItem(),
-                           .settings = model.settings(),
-                           .quicklyLaunchItemCount = 0,
-                           .width = static_cast<double>(width()),
-                           .showsAttentionIndicator = model.shouldShowTaskbarAttentionIndicator(),
-                           .taskWidthOverrides = {},
-                           .overflowReturnLocked = false,
-                           .lockedMainWindowIDs = {}};
+    const TaskbarPassInput input{.runningApps = model.runningApps(),
+                                 .settingsTask = model.settingsTaskItem(),
+                                 .settings = model.settings(),
+                                 .quicklyLaunchItemCount = 0,
+                                 .width = static_cast<double>(width()),
+                                 .showsAttentionIndicator = model.shouldShowTaskbarAttentionIndicator(),
+                                 .taskWidthOverrides = overrides,
+                                 .overflowReturnLocked = lock.overflowReturnLocked(),
+                                 .lockedMainWindowIDs = lock.lockedMainWindowIDs()};
     current = TaskbarPass::run(input, [this](std::string_view text) { return services.tabText.width(text); });
+}
+
+// What the lock names and the widths set by hand follow the tasks. Most passes change nothing here.
+void TaskbarView::reactToChanges()
+{
+    const auto settingsTask = model.settingsTaskItem();
+    const auto mainCounts = [this] { return std::pair(current.mainCount, current.partitionMainCount); };
+    const auto before = std::pair(overrides.size(), lock.lockedMainWindowIDs().size());
+    TaskWidthOverrides::prune(overrides, model.runningApps(), model.settings().customGroupMembers,
+                              settingsTask ? std::optional(settingsTask->id) : std::nullopt);
+    if (knownGroupMembers != model.settings().customGroupMembers) {
+        knownGroupMembers = model.settings().customGroupMembers;
+        lock.retainLockedMainGroupMembers(current.entries);
+    }
+    if (lock.overflowReturnLocked()) {
+        OverflowReturnLock::WindowIDs live;
+        for (const RunningAppItem &item : model.runningApps())
+            live.insert(item.id);
+        if (settingsTask)
+            live.insert(settingsTask->id);
+        lock.pruneLockedMainWindowIDs(live);
+    }
+    if (before != std::pair(overrides.size(), lock.lockedMainWindowIDs().size()))
+        runPass();
+    // Each round takes windows away from the lock or ends it.
+    while (knownMainCounts && *knownMainCounts != mainCounts()) {
+        knownMainCounts = mainCounts();
+        const auto named = lock.lockedMainWindowIDs().size();
+        lock.ejectNonfittingLockedMainEntries(current.entries, current.mainCount);
+        if (named == lock.lockedMainWindowIDs().size())
+            break;
+        runPass();
+    }
+    knownMainCounts = mainCounts();
+    // The grip of a task that is gone holds nothing still any more.
+    if (armedID && std::none_of(current.entries.begin(), current.entries.end(), [&](const TaskbarEntry &entry) {
+            return entry.id == *armedID;
+        }))
+        armedID.reset();
 }
 
 void TaskbarView::arrange()
 {
     arrangeRows();
-    const auto targets = places();
+    arrangeButtons();
+    arrangeResizeHandle();
+}
+
+QWidget *TaskbarView::rowWidget(int rowID)
+{
+    return rowID == mainRowID ? &mainRow->tabArea() : cards[static_cast<std::size_t>(rowID) - 1];
+}
+
+void TaskbarView::arrangeButtons()
+{
     std::unordered_map<std::string, TaskButton *> kept;
     kept.reserve(current.entries.size());
     for (std::size_t i = 0; i < current.entries.size(); ++i) {
         const TaskbarEntry &entry = current.entries[i];
-        const Place &place = targets[i];
+        const TabPlace &place = places.places[i];
+        QWidget *row = rowWidget(place.rowID);
         TaskButton *task = nullptr;
         if (const auto known = buttons.find(entry.id); known != buttons.end()) {
             task = known->second;
             buttons.erase(known);
         } else {
-            task = new TaskButton(services.icons, place.row);
-            connect(task, &QAbstractButton::clicked, this, [this, id = entry.id] { clicked(id); });
+            task = new TaskButton(services.icons, row);
         }
-        if (task->parentWidget() != place.row)
-            task->setParent(place.row);
+        if (task->parentWidget() != row)
+            task->setParent(row);
         if (task->geometry() != place.rectangle)
             task->setGeometry(place.rectangle);
-        task->setLook(TaskButtonLooks::ofEntry(model, entry, place.overflow));
+        task->setLook(TaskButtonLooks::ofEntry(model, entry, place.rowID != mainRowID));
         if (task->isHidden())
             task->show();
         kept.emplace(entry.id, task);
@@ -108,78 +168,59 @@ void TaskbarView::arrange()
 void TaskbarView::arrangeRows()
 {
     const SettingsValues &settings = model.settings();
+    places = taskbarGeometry({current, settings, size(), model.taskRowsExpanded(), hover.overflowOpen()});
     const GroundLook ground{settings.barOpacity, isTranslucent};
-    const int mainTop = height() - metrics::barHeight;
-    mainRow->setGeometry(0, mainTop, width(), metrics::barHeight);
     mainRow->setLook(ground);
+    mainRow->arrange(places);
 
-    std::vector<const OverflowRow *> shown;
-    for (const OverflowRow &row : current.overflowRows)
-        if (row.count > 0)
-            shown.push_back(&row);
-    while (cards.size() > shown.size()) {
+    while (cards.size() > places.cards.size()) {
         // Its tabs move to other rows in this same pass.
         for (auto *task : cards.back()->findChildren<TaskButton *>(Qt::FindDirectChildrenOnly))
-            task->setParent(mainRow);
+            task->setParent(&mainRow->tabArea());
         delete cards.back();
         cards.pop_back();
     }
-    while (cards.size() < shown.size()) {
-        cards.push_back(new OverflowRowCard(this));
+    while (cards.size() < places.cards.size()) {
+        auto *card = new OverflowRowCard(cards.empty(), this);
         // Lower rows lie over higher ones.
-        cards.back()->stackUnder(cards.size() > 1 ? cards[cards.size() - 2] : nullptr);
-        cards.back()->show();
-    }
-    if (!cards.empty())
+        if (!cards.empty())
+            card->stackUnder(cards.back());
+        if (card->lockButton()) {
+            connect(card->lockButton(), &QAbstractButton::clicked, this, &TaskbarView::clickedLock);
+            connect(card->refreshButton(), &QAbstractButton::clicked, this,
+                    [this] { model.manualRefreshAndRepaint(); });
+        }
+        cards.push_back(card);
+        card->show();
         mainRow->lower();
-
-    double bottom = mainTop + settings.overflowCardOverlapPixels;
-    for (std::size_t i = 0; i < cards.size(); ++i) {
-        const OverflowRow &row = *shown[i];
-        const double cardHeight = PanelGeometry::shownHeight(row.height, settings.tuckAwayOverflowPixels,
-                                                             settings.autoHideOverflow, model.taskRowsExpanded(), true);
-        cards[i]->setGeometry(rounded(row.leading), rounded(bottom - cardHeight),
-                              rounded(TaskbarPass::overflowCardWidth(row)), rounded(cardHeight));
-        cards[i]->setLook(ground, row.height);
-        bottom = bottom - cardHeight + settings.overflowCardOverlapPixels;
     }
+    for (std::size_t i = 0; i < cards.size(); ++i) {
+        cards[i]->setLook(ground);
+        cards[i]->setLocked(lock.overflowReturnLocked());
+        cards[i]->arrange(places.cards[i],
+                          settings.mediaSliderDisplay == "Overflow" ? 2 * metrics::trayButtonWidth : 0);
+    }
+
+    const bool down = settings.autoHideOverflow ? hover.overflowLatchedOpen() : model.taskRowsExpanded();
+    mainRow->arrow().setLook({.symbol = down ? QStringLiteral("chevron.down") : QStringLiteral("chevron.up"),
+                              .text = {},
+                              .size = metrics::arrowSize});
+    mainRow->arrow().setTip(settings.autoHideOverflow
+                                ? (down ? QStringLiteral("Tuck overflow") : QStringLiteral("Expand all overflow"))
+                                : (down ? QStringLiteral("Collapse tasks") : QStringLiteral("Show remaining tasks")));
+    mainRow->arrow().setVisible(current.hasOverflow);
+    cue->raise();
+    showCue();
     if (const QRegion region = drawnRegion(); region != reportedRegion) {
         reportedRegion = region;
         Q_EMIT drawnRegionChanged();
     }
 }
 
-std::vector<TaskbarView::Place> TaskbarView::places() const
+void TaskbarView::clickedLock()
 {
-    std::vector<Place> result(current.entries.size());
-    const auto put = [&](std::size_t index, QWidget *row, double x, double rowHeight, bool overflow) {
-        // Edges are rounded, not widths, so that the gaps between the tabs stay even.
-        const int left = rounded(x), right = rounded(x + current.widths[index]);
-        const int top = rounded((rowHeight - metrics::buttonHeight) / 2);
-        result[index] = {row, QRect(left, top, right - left, metrics::buttonHeight), overflow};
-    };
-    double x = current.quicklyLaunchRightEdge;
-    for (std::size_t i = 0; i < current.mainCount; ++i) {
-        put(i, mainRow, x, metrics::barHeight, false);
-        x += current.widths[i] + metrics::buttonSpacing;
-    }
-    std::size_t cardIndex = 0;
-    for (const OverflowRow &row : current.overflowRows) {
-        if (row.count == 0)
-            continue;
-        double right = metrics::cardPadding;
-        for (const double width : row.widths)
-            right += width;
-        right += metrics::buttonSpacing * (row.count - 1);
-        for (int i = 0; i < row.count; ++i) {
-            const auto index = static_cast<std::size_t>(row.lower + i);
-            right -= current.widths[index];
-            put(index, cards[cardIndex], right, row.height, true);
-            right -= metrics::buttonSpacing;
-        }
-        ++cardIndex;
-    }
-    return result;
+    lock.toggle(current.mainCount, current.entries);
+    updateFromModel();
 }
 
 QRegion TaskbarView::drawnRegion() const
@@ -197,42 +238,6 @@ void TaskbarView::resizeEvent(QResizeEvent *event)
         updateFromModel();
     else
         arrangeRows();
-}
-
-void TaskbarView::clicked(const std::string &entryID)
-{
-    const auto entry = std::find_if(current.entries.begin(), current.entries.end(),
-                                    [&](const TaskbarEntry &candidate) { return candidate.id == entryID; });
-    if (entry == current.entries.end())
-        return;
-    if (entry->item) {
-        if (entry->item->id != identifiers::settingsTask)
-            model.activate(*entry->item);
-    } else if (!entry->group->isCustom && entry->group->windows.size() == 1) {
-        model.activate(entry->group->windows.front());
-    } else if (TaskButton *opener = button(entryID)) {
-        showWindowMenu(*entry->group, *opener);
-    }
-}
-
-void TaskbarView::showWindowMenu(const RunningAppGroup &group, TaskButton &opener)
-{
-    auto *menu = new QMenu(this);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->setAccessibleName(displayText(group.displayName()));
-    for (const RunningAppItem &item : group.windows) {
-        QString title = fontMetrics().elidedText(displayText(item.name), Qt::ElideRight, metrics::widestMenuText);
-        title.replace(u'&', QStringLiteral("&&"));
-        auto *action = menu->addAction(QIcon(services.icons.pixmap(item.icon, metrics::buttonIconSize, 1)), title);
-        connect(action, &QAction::triggered, this, [this, item] { model.activate(item); });
-    }
-    openGroupID = group.id;
-    model.setGroupedListOpen(true, group.id);
-    connect(menu, &QMenu::aboutToHide, this, [this, id = group.id] {
-        openGroupID.clear();
-        model.setGroupedListOpen(false, id);
-    });
-    menu->popup(opener.mapToGlobal(QPoint(0, -menu->sizeHint().height())));
 }
 
 }  // namespace korvane

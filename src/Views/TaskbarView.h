@@ -1,78 +1,123 @@
 // The content of one panel: the main row along the bottom, the overflow rows stacked above it. Runs a layout pass, then
-// brings its widgets to it; a tab keeps its widget for as long as its entry lives.
+// brings its widgets to it; a tab keeps its widget for as long as its entry lives. What a person did to this one bar
+// (rows pinned open, the lock, widths set by hand) lives here and goes with the panel.
 #pragma once
 
 #include "Models/AppModel.h"
+#include "Models/OverflowHover.h"
+#include "Models/OverflowReturnLock.h"
+#include "Models/TaskDrag.h"
+#include "Models/TaskResize.h"
 #include "Models/TaskbarPass.h"
-#include "Views/Painting.h"
-#include "Views/TitleText.h"
+#include "Views/TaskDropTargets.h"
+#include "Views/TaskbarGeometry.h"
+#include "Views/ViewServices.h"
 
+#include <QPointer>
 #include <QRegion>
 #include <QWidget>
+#include <functional>
 #include <unordered_map>
 #include <vector>
 
 namespace korvane {
 
-class MainRowGround;
+class MainRowView;
 class OverflowRowCard;
 class TaskButton;
-
-// What all bars of the program share.
-struct ViewServices {
-    IconPixmaps icons;
-    TextMeasurer tabText;
-    ViewServices();
-};
+class TaskDropCue;
+class TaskResizeHandle;
 
 class TaskbarView final : public QWidget {
     Q_OBJECT
 
 public:
-    TaskbarView(AppModel &model, ViewServices &services, QWidget *parent = nullptr);
+    TaskbarView(AppModel &model, ViewServices &services, platform::Platform &platform, QWidget *parent = nullptr);
     ~TaskbarView() override;
+
+    // What the settings panel's own task opens.
+    void setShowSettings(std::function<void()> show) { showSettings = std::move(show); }
 
     // One pass. Widgets whose part did not change are left alone.
     void updateFromModel();
     // Whether the desktop can shine through.
     void setTranslucent(bool translucent);
+    // Where the pointer is; absent when it is not over this bar. Rows that are tucked away open by this.
+    void pointerMoved(std::optional<QPoint> positionInView);
 
     const TaskbarLayout &taskbarLayout() const { return current; }
+    const TaskbarGeometry &geometryOfBar() const { return places; }
     // Null when no entry has that identifier.
     TaskButton *button(const std::string &entryID) const;
     // The part of the view that is drawn; the rest belongs to the desktop behind it.
     QRegion drawnRegion() const;
+
+    const OverflowHover &overflowHover() const { return hover; }
+    const OverflowReturnLock &overflowReturnLock() const { return lock; }
+    const TaskDragState &dragState() const { return drag; }
+    const TaskWidthOverrides::Overrides &taskWidthOverrides() const { return overrides; }
+    const std::optional<std::string> &armedResizeID() const { return armedID; }
+
+    // A drag of that drag id begins, which stands for those windows; ended when it is dropped or given up.
+    void dragBegan(const std::string &dragID, std::set<std::string> windowIDs);
+    void dragEnded();
+    // "Set First" and "Set Last".
+    void setTaskPosition(const std::string &id, const std::set<std::string> &windowIDs, bool first);
+    // Shows the grip on the entry's button.
+    void armResize(const std::string &entryID);
 
 Q_SIGNALS:
     void drawnRegionChanged();
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dragMoveEvent(QDragMoveEvent *event) override;
+    void dragLeaveEvent(QDragLeaveEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
 
 private:
-    struct Place {
-        QWidget *row = nullptr;
-        QRect rectangle;
-        bool overflow = false;
-    };
-
     void runPass();
+    void reactToChanges();
     void arrange();
     void arrangeRows();
-    std::vector<Place> places() const;
-    void clicked(const std::string &entryID);
-    void showWindowMenu(const RunningAppGroup &group, TaskButton &opener);
+    void arrangeButtons();
+    void arrangeResizeHandle();
+    QWidget *rowWidget(int rowID);
+    void clickedLock();
+    void beginDrag(QWidget &source, const std::string &dragID, const std::set<std::string> &windowIDs);
+    void dragMovedTo(const QPoint &point);
+    void leaveDropPlace();
+    void showCue();
 
     AppModel &model;
     ViewServices &services;
+    platform::Platform &platform;
+    std::function<void()> showSettings;
     TaskbarLayout current;
+    TaskbarGeometry places;
     int reportedRowCount = 0;
     bool isTranslucent = false;
-    MainRowGround *mainRow;
-    std::vector<OverflowRowCard *> cards;  // nearest the bar first; one for each row that holds tasks
+
+    OverflowHover hover;
+    OverflowReturnLock lock;
+    TaskDragState drag;
+    TaskDropActions dropActions;
+    std::optional<TaskDropPlace> dropPlace;  // under the drag
+    std::unique_ptr<TaskDropDelegate> dropDelegate;
+    TaskWidthOverrides::Overrides overrides;
+    std::optional<std::string> armedID;
+    std::optional<int> pointedRow;  // the overflow row under the pointer
+    // As they were in the pass before.
+    std::optional<std::pair<std::size_t, std::size_t>> knownMainCounts;
+    StringMap knownGroupMembers;
+
+    MainRowView *mainRow;
+    std::vector<OverflowRowCard *> cards;  // nearest the bar first
     std::unordered_map<std::string, TaskButton *> buttons;
+    TaskDropCue *cue;
+    QPointer<TaskResizeHandle> resizeHandle;
     QRegion reportedRegion;
-    std::string openGroupID;  // of the group whose list is open; empty for none
 };
 
 }  // namespace korvane

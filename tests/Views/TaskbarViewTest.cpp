@@ -4,7 +4,7 @@
 #include "Views/Metrics.h"
 #include "Views/PaintCounter.h"
 #include "Views/TaskButton.h"
-#include "Views/TaskRow.h"
+#include "Views/OverflowRowCard.h"
 
 #include <QAccessible>
 #include <QTest>
@@ -21,7 +21,7 @@ class Taskbar : public ModelFixture {
 protected:
     void show(int width = 1280)
     {
-        view = std::make_unique<TaskbarView>(*model, services);
+        view = std::make_unique<TaskbarView>(*model, services, platform);
         view->resize(width, 200);
         view->updateFromModel();
         view->show();

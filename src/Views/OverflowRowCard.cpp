@@ -1,0 +1,69 @@
+#include "Views/OverflowRowCard.h"
+
+#include "Views/Metrics.h"
+#include "Views/Painting.h"
+#include "Views/SymbolButton.h"
+
+#include <QPainter>
+
+namespace korvane {
+
+OverflowRowCard::OverflowRowCard(bool withControls, QWidget *parent) : QWidget(parent)
+{
+    if (!withControls)
+        return;
+    constexpr QSize size(metrics::trayButtonWidth, metrics::buttonHeight);
+    refresh = new SymbolButton(size, this);
+    refresh->setLook({.symbol = QStringLiteral("arrow.clockwise"), .text = {}, .size = metrics::refreshSize});
+    refresh->setTip(QStringLiteral("Refresh Tasks"));
+    lock = new SymbolButton(size, this);
+    setLocked(false);
+}
+
+void OverflowRowCard::setLocked(bool locked)
+{
+    if (!lock)
+        return;
+    lock->setLook({.symbol = locked ? QStringLiteral("lock.fill") : QStringLiteral("lock.open"),
+                   .text = {},
+                   .size = metrics::lockSize});
+    lock->setTip(locked ? QStringLiteral("Unlock overflow return") : QStringLiteral("Lock overflow return"));
+}
+
+void OverflowRowCard::setLook(const GroundLook &newLook)
+{
+    if (look == newLook)
+        return;
+    look = newLook;
+    update();
+}
+
+void OverflowRowCard::arrange(const CardPlace &place, int mediaWidth)
+{
+    if (geometry() != place.shown)
+        setGeometry(place.shown);
+    if (rowHeight != place.rowHeight || endCap != place.endCap) {
+        rowHeight = place.rowHeight;
+        endCap = place.endCap;
+        update();
+    }
+    int right = place.buffer.right() + 1 - metrics::bufferTrailingPadding;
+    const auto take = [&](int width) {
+        right -= width;
+        return QRect(right, place.buffer.top(), width, place.buffer.height());
+    };
+    media = mediaWidth > 0 ? take(mediaWidth) : QRect();
+    for (SymbolButton *control : {lock, refresh})
+        if (control)
+            if (const QRect rectangle = take(metrics::trayButtonWidth); control->geometry() != rectangle)
+                control->setGeometry(rectangle);
+}
+
+void OverflowRowCard::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    paintCard(painter, QRectF(0, 0, width(), rowHeight), look.opacity, look.translucent);
+    paintEndCap(painter, QRectF(endCap).adjusted(0.5, 0.5, -0.5, -0.5));
+}
+
+}  // namespace korvane

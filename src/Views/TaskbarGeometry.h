@@ -1,0 +1,60 @@
+// Where everything on a bar stands, worked out from a layout without a widget. Whole points; y grows downwards.
+#pragma once
+
+#include "Models/SettingsTable.h"
+#include "Models/TaskbarPass.h"
+
+#include <QPoint>
+#include <QRect>
+#include <QSize>
+#include <optional>
+#include <vector>
+
+namespace korvane {
+
+inline constexpr int mainRowID = 0;  // overflow rows count from 1
+
+// One overflow row's card.
+struct CardPlace {
+    int rowID = 0;
+    std::size_t lower = 0, count = 0;  // the row's entries
+    double rowHeight = 0;              // of the whole card, of which a tucked one shows the top
+    bool tucked = false;
+    QRect shown;       // in the view
+    QRect hoverStrip;  // in the view; of a tucked card only
+    QRect buffer;      // in the card: room for the controls
+    QRect endCap;      // in the card
+};
+
+// One entry's button.
+struct TabPlace {
+    int rowID = mainRowID;
+    QRect rectangle;  // in the main row or in the card
+};
+
+struct TaskbarGeometry {
+    QRect mainRow;  // in the view
+    // In the main row
+    QRect tabs, endZone, mediaControls, divider, attention, arrow, clock, closeAll, hideAll;
+    std::vector<CardPlace> cards;  // nearest the bar first
+    std::vector<TabPlace> places;  // beside the layout's entries
+
+    // Null for the main row.
+    const CardPlace *card(int rowID) const;
+    // In the view, whole, whether or not all of it shows.
+    QRect tabInView(std::size_t entry) const;
+    // The overflow row that lies, or whose strip lies, under a point of the view.
+    std::optional<int> overflowRowAt(const QPoint &point) const;
+};
+
+struct TaskbarGeometryInput {
+    const TaskbarLayout &layout;
+    const SettingsValues &settings;
+    QSize viewSize;
+    bool taskRowsExpanded = false;
+    bool overflowOpen = false;
+};
+
+TaskbarGeometry taskbarGeometry(const TaskbarGeometryInput &input);
+
+}  // namespace korvane
