@@ -2,9 +2,10 @@
 
 #include "Models/ModelFixture.h"
 #include "Views/Metrics.h"
-#include "Views/PaintCounter.h"
-#include "Views/TaskButton.h"
 #include "Views/OverflowRowCard.h"
+#include "Views/PaintCounter.h"
+#include "Views/SymbolButton.h"
+#include "Views/TaskButton.h"
 
 #include <QAccessible>
 #include <QTest>
@@ -37,6 +38,15 @@ protected:
     {
         const TaskButton *task = view->button(id);
         return {task->mapTo(view.get(), QPoint()), task->size()};
+    }
+
+    // As its arrow does.
+    void openRows()
+    {
+        for (auto *button : view->findChildren<SymbolButton *>())
+            if (button->accessibleName() == "Expand all overflow")
+                QTest::mouseClick(button, Qt::LeftButton);
+        settle();
     }
 
     ViewServices services;
@@ -122,6 +132,7 @@ TEST_F(Taskbar, WhatDoesNotFitStacksUpFromTheRight)
     model->set(&V::groupingMode, "never");
     start();
     show();
+    openRows();
     const auto &layout = view->taskbarLayout();
     ASSERT_GE(layout.overflowRows.size(), 2U);
     const OverflowRow &row = layout.overflowRows[0];
@@ -147,6 +158,7 @@ TEST_F(Taskbar, RowsThatAreNoLongerNeededGoAndTheirTabsComeDown)
     addApplication(1, "Mail", 30);
     makeModel();
     model->set(&V::groupingMode, "never");
+    model->set(&V::mediaSliderDisplay, "Never");
     start();
     show();
     for (int i = 3; i < 30; ++i)
