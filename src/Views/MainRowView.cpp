@@ -23,6 +23,7 @@ MainRowView::MainRowView(QWidget *parent)
     : QWidget(parent), tabs(new QWidget(this)), arrowButton(new SymbolButton(smallButton, this)),
       closeAllButton(new SymbolButton(smallButton, this)), hideAllButton(new SymbolButton(smallButton, this))
 {
+    tabs->setAccessibleName(QStringLiteral("Tasks"));
     closeAllButton->setLook({.symbol = {},
                              .text = QStringLiteral("❌"),
                              .size = metrics::closeAllSize,

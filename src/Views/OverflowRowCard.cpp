@@ -5,11 +5,14 @@
 #include "Views/SymbolButton.h"
 
 #include <QPainter>
+#include <algorithm>
+#include <cmath>
 
 namespace korvane {
 
-OverflowRowCard::OverflowRowCard(bool withControls, QWidget *parent) : QWidget(parent)
+OverflowRowCard::OverflowRowCard(bool withControls, QWidget *parent) : QWidget(parent), tabs(new QWidget(this))
 {
+    tabs->setAccessibleName(QStringLiteral("Tasks"));
     if (!withControls)
         return;
     constexpr QSize size(metrics::trayButtonWidth, metrics::buttonHeight);
@@ -47,6 +50,9 @@ void OverflowRowCard::arrange(const CardPlace &place, int mediaWidth)
         endCap = place.endCap;
         update();
     }
+    if (const QRect area(0, 0, std::max(0, place.buffer.left()), static_cast<int>(std::lround(rowHeight)));
+        tabs->geometry() != area)
+        tabs->setGeometry(area);
     int right = place.buffer.right() + 1 - metrics::bufferTrailingPadding;
     const auto take = [&](int width) {
         right -= width;

@@ -22,6 +22,8 @@ public:
     void arrange(const CardPlace &place, int mediaWidth);
     void setLocked(bool locked);
 
+    // The tabs' parent.
+    QWidget &tabArea() { return *tabs; }
     // Null on the rows further up.
     SymbolButton *lockButton() { return lock; }
     SymbolButton *refreshButton() { return refresh; }
@@ -35,6 +37,7 @@ private:
     GroundLook look;
     double rowHeight = 0;
     QRect endCap, media;
+    QWidget *tabs;
     SymbolButton *lock = nullptr, *refresh = nullptr;
 };
 

@@ -131,7 +131,7 @@ void TaskbarView::arrange()
 
 QWidget *TaskbarView::rowWidget(int rowID)
 {
-    return rowID == mainRowID ? &mainRow->tabArea() : cards[static_cast<std::size_t>(rowID) - 1];
+    return rowID == mainRowID ? &mainRow->tabArea() : &cards[static_cast<std::size_t>(rowID) - 1]->tabArea();
 }
 
 void TaskbarView::arrangeButtons()
@@ -175,7 +175,7 @@ void TaskbarView::arrangeRows()
 
     while (cards.size() > places.cards.size()) {
         // Its tabs move to other rows in this same pass.
-        for (auto *task : cards.back()->findChildren<TaskButton *>(Qt::FindDirectChildrenOnly))
+        for (auto *task : cards.back()->tabArea().findChildren<TaskButton *>(Qt::FindDirectChildrenOnly))
             task->setParent(&mainRow->tabArea());
         delete cards.back();
         cards.pop_back();

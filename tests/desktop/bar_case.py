@@ -69,7 +69,7 @@ class BarCase(unittest.TestCase):
         return [tab.name for tab in self.buttons()]
 
     def buttons(self):
-        found = self.desktop.controls(role="push button")
+        found = self.desktop.controls(role="push button", within="Tasks")
         first = found[0].path[:2] if found else ()
         return [control for control in found if control.path[:2] == first]
 

@@ -435,16 +435,18 @@ class PrivateDesktop:
         """Nested dictionaries of the accessible windows with that title, or of all of them."""
         return self._ask("tree", window=window_title)
 
-    def controls(self, window_title=BAR_TITLE, role=None):
-        """All visible controls of the windows with that title, in the order of the tree."""
+    def controls(self, window_title=BAR_TITLE, role=None, within=None):
+        """All visible controls of the windows with that title, in the order of the tree; with `within` only those that
+        stand directly in something of that name."""
         found = []
 
-        def visit(node):
-            if "showing" in node["states"] and (role is None or node["role"] == role):
+        def visit(node, parent=None):
+            fits = (role is None or node["role"] == role) and (within is None or (parent and parent["name"] == within))
+            if "showing" in node["states"] and fits:
                 found.append(Control(node["name"], node["description"], node["role"], *node["place"],
                                      tuple(node["states"]), tuple(node["path"])))
             for child in node["children"]:
-                visit(child)
+                visit(child, node)
 
         for window in self.accessible_tree(window_title):
             visit(window)
@@ -455,13 +457,5 @@ class PrivateDesktop:
         return self._ask("act", path=list(control.path), action=action)
 
     def tabs(self):
-        """The tabs of every bar, from left to right: the buttons that bear the name of a window or its program."""
-        windows = {w: [self.title(w), *self.window_class(w)] for w in self.client_windows()}
-        mine = [c for c in self.controls() if c.role in ("push button", "toggle button", "page tab") and c.name]
-
-        def is_tab(control):
-            name = control.name.casefold()
-            return any(name == text.casefold() or (len(name) > 3 and name in text.casefold())
-                       or (text and text.casefold() in name) for texts in windows.values() for text in texts)
-
-        return sorted((c for c in mine if is_tab(c)), key=lambda c: (c.y, c.x))
+        """The tabs of every bar, from left to right."""
+        return sorted(self.controls(role="push button", within="Tasks"), key=lambda c: (c.y, c.x))
