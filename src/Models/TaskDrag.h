@@ -115,9 +115,9 @@ private:
 // The row beside its buttons: a drop goes to the visual left end.
 class TaskRowDropDelegate final : public TaskDropDelegate {
 public:
-    TaskRowDropDelegate(TaskDragState &state, const TaskDropActions &actions, std::optional<std::string> targetID,
-                        DropCommitted onDropCommitted)
-        : state(state), actions(actions), targetID(std::move(targetID)), onDropCommitted(std::move(onDropCommitted))
+    TaskRowDropDelegate(TaskDragState &dragState, const TaskDropActions &dropActions, std::optional<std::string> target,
+                        DropCommitted committed)
+        : state(dragState), actions(dropActions), targetID(std::move(target)), onDropCommitted(std::move(committed))
     {}
     bool performDrop(double x) override;
 
@@ -131,10 +131,10 @@ private:
 // The free room at the end of a row.
 class TaskEdgeDropDelegate final : public TaskDropDelegate {
 public:
-    TaskEdgeDropDelegate(TaskDragState &state, const TaskDropActions &actions, std::string targetID, bool after,
-                         DropCommitted onDropCommitted)
-        : state(state), actions(actions), targetID(std::move(targetID)), after(after),
-          onDropCommitted(std::move(onDropCommitted))
+    TaskEdgeDropDelegate(TaskDragState &dragState, const TaskDropActions &dropActions, std::string target,
+                         bool placeAfter, DropCommitted committed)
+        : state(dragState), actions(dropActions), targetID(std::move(target)), after(placeAfter),
+          onDropCommitted(std::move(committed))
     {}
     bool performDrop(double x) override;
 
@@ -149,10 +149,10 @@ private:
 // An overflow row's end cap. Without a target, on a bar without tasks, only the callback is told.
 class OverflowRowEndDropDelegate final : public TaskDropDelegate {
 public:
-    OverflowRowEndDropDelegate(TaskDragState &state, const TaskDropActions &actions,
-                               std::optional<std::string> targetID,
-                               std::function<void(const std::string &draggedID)> onDropCommitted)
-        : state(state), actions(actions), targetID(std::move(targetID)), onDropCommitted(std::move(onDropCommitted))
+    OverflowRowEndDropDelegate(TaskDragState &dragState, const TaskDropActions &dropActions,
+                               std::optional<std::string> target,
+                               std::function<void(const std::string &draggedID)> committed)
+        : state(dragState), actions(dropActions), targetID(std::move(target)), onDropCommitted(std::move(committed))
     {}
     bool performDrop(double x) override;
 
@@ -166,8 +166,8 @@ private:
 // The arrow button: a drag that rests on it opens the rows.
 class OverflowArrowHoverDropDelegate final : public TaskDropDelegate {
 public:
-    OverflowArrowHoverDropDelegate(std::function<void()> entered, std::function<void()> exited)
-        : entered(std::move(entered)), exited(std::move(exited))
+    OverflowArrowHoverDropDelegate(std::function<void()> onEntered, std::function<void()> onExited)
+        : entered(std::move(onEntered)), exited(std::move(onExited))
     {}
     void dropEntered(double) override { entered(); }
     void dropExited() override { exited(); }
@@ -184,7 +184,7 @@ private:
 // The room of tucked rows: they open at once, so that a task can be dropped on them.
 class OverflowDragRevealDropDelegate final : public TaskDropDelegate {
 public:
-    explicit OverflowDragRevealDropDelegate(std::function<void()> reveal) : reveal(std::move(reveal)) {}
+    explicit OverflowDragRevealDropDelegate(std::function<void()> onEntered) : reveal(std::move(onEntered)) {}
     void dropEntered(double) override { reveal(); }
     bool performDrop(double) override { return false; }
 
