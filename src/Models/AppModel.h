@@ -247,6 +247,7 @@ private:
     // Refresh
     void configureRefreshTimer();
     void refreshTimerTick();
+    bool nothingCanChangeUnannounced() const;
     void workspaceNotification();
     void startupRound();
     bool isPaused() const { return settings().expertPauseWhenDisplaySleeps && systemIsInactive(); }
@@ -307,6 +308,9 @@ private:
     std::vector<platform::Subscription> observers;
     platform::Subscription refreshTimer;
     double refreshTimerInterval = 0;
+    bool refreshTimerParked = false;  // it runs again from the next refresh that anything else asks for
+    bool insideTimerTick = false, lastReadingUnchanged = false;
+    platform::Seconds lastAskedRefresh{0};  // by anything but the timer
     DelayedTasks delayed;
     DelayedTasks::Handle delayedRefreshTask, startupRefreshTask;
 };

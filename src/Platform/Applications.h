@@ -67,6 +67,9 @@ public:
     // Runs this program without an icon of its own in the system's dock. False when the system refuses.
     virtual bool becomeAccessory() = 0;
 
+    // Whether nothing that the other ports answer about applications, their windows and their badges can change without
+    // one of the notifications below. What polls may then rest until one comes.
+    virtual bool announcesEveryChange() const = 0;
     // On a system that tells of single windows, `activated` also stands for a window that was opened, closed, retitled,
     // minimised or restored.
     [[nodiscard]] virtual Subscription observe(ApplicationEvent event, std::function<void()> callback) = 0;

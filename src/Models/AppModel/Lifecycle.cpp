@@ -71,6 +71,7 @@ void AppModel::stop()
 {
     observers.clear();
     refreshTimer.reset();
+    refreshTimerParked = false;
     delayed.cancel(delayedRefreshTask);
     delayed.cancel(startupRefreshTask);
 }
@@ -78,16 +79,34 @@ void AppModel::stop()
 void AppModel::configureRefreshTimer()
 {
     refreshTimerInterval = static_cast<double>(std::clamp<std::int64_t>(settings().taskbarRefreshSeconds, 1, 2));
-    refreshTimer.reset();
+    refreshTimerParked = false;
     refreshTimer = platform.loop.repeat(Seconds(refreshTimerInterval), Seconds(refreshTimerInterval * 0.1),
                                         [this] { refreshTimerTick(); });
 }
 
 void AppModel::refreshTimerTick()
 {
-    if (isPaused() || taskbarIsHidden || !initialWindowListReady)
-        return;
-    refresh(false, true);
+    if (!isPaused() && !taskbarIsHidden && initialWindowListReady) {
+        insideTimerTick = true;
+        refresh(false, true);
+        insideTimerTick = false;
+    }
+    if (nothingCanChangeUnannounced()) {
+        refreshTimer.reset();
+        refreshTimerParked = true;
+    }
+}
+
+// The timer is the net below the notifications. Where they leave nothing out it has nothing to catch, once a tick has
+// found everything as it was and the last badges have been read since anybody asked.
+bool AppModel::nothingCanChangeUnannounced() const
+{
+    if (!platform.applications.announcesEveryChange() || !trusted || !initialWindowListReady)
+        return false;
+    if (isPaused() || taskbarIsHidden)
+        return true;
+    const bool wantsBadges = settings().notificationBadgeStyle != "none" || settings().showAttentionApps;
+    return lastReadingUnchanged && (!wantsBadges || (lastBadgeScan && *lastBadgeScan > lastAskedRefresh));
 }
 
 void AppModel::workspaceNotification()
@@ -149,6 +168,7 @@ void AppModel::beginTaskResize()
         return;
     taskResizeSuspended = true;
     refreshTimer.reset();
+    refreshTimerParked = false;
     if (taskResizePauseHandler)
         taskResizePauseHandler(true);
 }

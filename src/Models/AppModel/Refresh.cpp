@@ -19,6 +19,11 @@ void AppModel::refresh(bool forceBadgeScan, bool skipUnchangedDownstream)
         clearTasks();
         return;
     }
+    if (!insideTimerTick) {
+        lastAskedRefresh = platform.loop.monotonicNow();
+        if (refreshTimerParked)
+            configureRefreshTimer();
+    }
     refreshing = true;
     ++refreshCount;
     const bool listWasCompared = !listChangedOutside;
@@ -35,6 +40,7 @@ void AppModel::refresh(bool forceBadgeScan, bool skipUnchangedDownstream)
 
     // The same windows as the last time: the memory has followed them and the published list has been compared.
     const bool unchanged = reading.unchanged && listWasCompared;
+    lastReadingUnchanged = unchanged;
     if (!unchanged) {
         const auto changes = memory.updatePreviousWindows(reading.windows);
         if (changes.activeStrip)

@@ -12,6 +12,11 @@ void AppModel::settingChanged(const Setting &setting)
         if (refreshTimer)
             configureRefreshTimer();
     }
+    // What the next tick is to find may depend on it.
+    if (refreshTimerParked) {
+        lastAskedRefresh = platform.loop.monotonicNow();
+        configureRefreshTimer();
+    }
     publish(setting.property);
     // What is derived from these is made anew.
     if (setting.group == SettingGroup::quicklyLaunch && setting.savesOnChange)

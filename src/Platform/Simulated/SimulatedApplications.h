@@ -44,6 +44,7 @@ public:
     bool terminate(Pid pid) override;
     bool activate(Pid pid, platform::Activate options) override;
     bool becomeAccessory() override;
+    bool announcesEveryChange() const override { return announces; }
     [[nodiscard]] platform::Subscription observe(ApplicationEvent event, std::function<void()> callback) override;
     [[nodiscard]] platform::Subscription observe(SessionEvent event, std::function<void()> callback) override;
 
@@ -76,6 +77,8 @@ public:
     void focusWindow(Pid pid, Hash hash);
     // Every read of the application gives this from now on; success restores it.
     void setReadStatus(Pid pid, platform::AxStatus status);
+    // Of a live desktop, whose applications tell of what happens to them.
+    void setAnnouncesEveryChange(bool value) { announces = value; }
     void setRefusesAccessory(bool refuses) { refusesAccessory = refuses; }
 
     // The observers are told at the next turn of the loop.
@@ -139,6 +142,7 @@ private:
     std::vector<Application> snapshots;  // in the platform's order
     std::unordered_map<Pid, ProcessNode> processes;
     std::uint64_t revisions = 0, raises = 0;
+    bool announces = false;
     std::array<Observers<>, 5> applicationObservers;
     std::array<Observers<>, 6> sessionObservers;
     bool windowNoticePending = false;

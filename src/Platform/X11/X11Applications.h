@@ -33,6 +33,8 @@ public:
     bool activate(Pid pid, Activate options) override;
     // Nothing to do: a dock window makes no icon of its own.
     bool becomeAccessory() override { return true; }
+    // Every answer comes from the mirror, and the mirror tells of what it learns.
+    bool announcesEveryChange() const override { return true; }
     [[nodiscard]] Subscription observe(ApplicationEvent event, std::function<void()> callback) override;
     [[nodiscard]] Subscription observe(SessionEvent event, std::function<void()> callback) override;
 
