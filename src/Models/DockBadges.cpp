@@ -1,39 +1,26 @@
 #include "Models/DockBadges.h"
 
+#include "Models/ElementAttribute.h"
+
 #include <algorithm>
 
 namespace korvane::DockBadges {
 namespace {
 
-using platform::AxStatus;
 using platform::Element;
-using platform::Value;
-
-std::optional<std::string> axStringAttribute(platform::Accessibility &accessibility, const Element &element,
-                                             std::string_view attribute)
-{
-    Value value;
-    if (accessibility.copy(element, attribute, value) != AxStatus::success)
-        return std::nullopt;
-    auto *text = std::get_if<std::string>(&value);
-    return text ? std::optional(std::move(*text)) : std::nullopt;
-}
 
 void collectDockBadges(platform::Platform &platform, const Element &element, BadgedNames &names, int depth)
 {
     if (depth >= depthLimit)
         return;
     auto &accessibility = platform.accessibility;
-    const auto title = axStringAttribute(accessibility, element, "AXTitle");
-    const auto subrole = axStringAttribute(accessibility, element, "AXSubrole");
-    const auto label = axStringAttribute(accessibility, element, "AXStatusLabel");
+    const auto title = elementAttribute<std::string>(accessibility, element, "AXTitle");
+    const auto subrole = elementAttribute<std::string>(accessibility, element, "AXSubrole");
+    const auto label = elementAttribute<std::string>(accessibility, element, "AXStatusLabel");
     if (subrole == "AXApplicationDockItem" && title && label && !platform.text.trimmed(*label).empty())
         names.insert(*title);
-    Value children;
-    if (accessibility.copy(element, "AXChildren", children) != AxStatus::success)
-        return;
-    if (const auto *list = std::get_if<std::vector<Element>>(&children))
-        for (const Element &child : *list)
+    if (const auto children = elementAttribute<std::vector<Element>>(accessibility, element, "AXChildren"))
+        for (const Element &child : *children)
             collectDockBadges(platform, child, names, depth + 1);
 }
 

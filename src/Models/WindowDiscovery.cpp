@@ -1,26 +1,15 @@
 #include "Models/WindowDiscovery.h"
 
+#include "Models/ElementAttribute.h"
 #include "Models/Identifiers.h"
 
 #include <algorithm>
 
 namespace korvane {
 
-using platform::AxStatus;
 using platform::Element;
-using platform::Value;
 
 namespace {
-
-template <typename T>
-std::optional<T> attribute(platform::Accessibility &accessibility, const Element &element, std::string_view name)
-{
-    Value value;
-    if (accessibility.copy(element, name, value) != AxStatus::success)
-        return std::nullopt;
-    auto *wanted = std::get_if<T>(&value);
-    return wanted ? std::optional<T>(std::move(*wanted)) : std::nullopt;
-}
 
 RunningAppItem itemOf(const platform::Application &application, const AppMetadata &metadata)
 {
@@ -37,12 +26,12 @@ RunningAppItem itemOf(const platform::Application &application, const AppMetadat
 std::optional<std::vector<Element>> WindowDiscovery::windows(Pid pid) const
 {
     auto &accessibility = platform.accessibility;
-    return attribute<std::vector<Element>>(accessibility, accessibility.application(pid), "AXWindows");
+    return elementAttribute<std::vector<Element>>(accessibility, accessibility.application(pid), "AXWindows");
 }
 
 std::optional<std::string> WindowDiscovery::title(const Element &window) const
 {
-    const auto text = attribute<std::string>(platform.accessibility, window, "AXTitle");
+    const auto text = elementAttribute<std::string>(platform.accessibility, window, "AXTitle");
     if (!text)
         return std::nullopt;
     std::string trimmed = platform.text.trimmed(*text);
@@ -51,7 +40,7 @@ std::optional<std::string> WindowDiscovery::title(const Element &window) const
 
 std::optional<std::string> WindowDiscovery::axIdentifier(const Element &window) const
 {
-    return attribute<std::string>(platform.accessibility, window, "AXIdentifier");
+    return elementAttribute<std::string>(platform.accessibility, window, "AXIdentifier");
 }
 
 std::string WindowDiscovery::stableWindowIdentifier(const Element &window) const
@@ -61,7 +50,7 @@ std::string WindowDiscovery::stableWindowIdentifier(const Element &window) const
 
 bool WindowDiscovery::isMinimized(const Element &window) const
 {
-    return attribute<bool>(platform.accessibility, window, "AXMinimized").value_or(false);
+    return elementAttribute<bool>(platform.accessibility, window, "AXMinimized").value_or(false);
 }
 
 Element WindowDiscovery::resolveWindow(const RunningAppItem &item) const
@@ -90,10 +79,10 @@ std::vector<RunningAppItem> WindowDiscovery::accessibleWindowItems(const platfor
 {
     auto &accessibility = platform.accessibility;
     const Element applicationElement = accessibility.application(application.pid);
-    const auto elements = attribute<std::vector<Element>>(accessibility, applicationElement, "AXWindows");
+    const auto elements = elementAttribute<std::vector<Element>>(accessibility, applicationElement, "AXWindows");
     if (!elements)
         return {};
-    const auto focused = attribute<Element>(accessibility, applicationElement, "AXFocusedWindow");
+    const auto focused = elementAttribute<Element>(accessibility, applicationElement, "AXFocusedWindow");
     const std::string prefix = identifiers::accessibilityWindowPrefix(application.pid);
 
     std::vector<RunningAppItem> items;
