@@ -77,6 +77,7 @@ platform::Platform LinuxDesktop::platform()
             windows->windowList(),
             windows->screens(),
             windows->pointer(),
+            windows->events(),
             windows->panels(),
             windows->hotKeys(),
             login,

@@ -5,6 +5,7 @@
 #include "Platform/Applications.h"
 #include "Platform/Defaults.h"
 #include "Platform/Dialogs.h"
+#include "Platform/Events.h"
 #include "Platform/HotKeys.h"
 #include "Platform/Icons.h"
 #include "Platform/Launching.h"
@@ -23,6 +24,7 @@ struct Platform {
     WindowList &windowList;
     Screens &screens;
     Pointer &pointer;
+    Events &events;
     Panels &panels;
     HotKeys &hotKeys;
     LoginItem &loginItem;

@@ -61,6 +61,7 @@ void Popover::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
     ++openCount;
+    presses = platform.events.observePresses([this] { pressedSomewhere(); });
     Q_EMIT opened();
 }
 
@@ -68,6 +69,7 @@ void Popover::hideEvent(QHideEvent *event)
 {
     QWidget::hideEvent(event);
     --openCount;
+    presses.reset();
     if (windowHandle() && keyboard == Keyboard::taken)
         windowHandle()->setKeyboardGrabEnabled(false);
     Q_EMIT closed();

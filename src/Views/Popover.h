@@ -46,9 +46,9 @@ protected:
 private:
     void place();
     void takeKeyboard();
-    [[maybe_unused]] void pressedSomewhere();
+    void pressedSomewhere();
 
-    [[maybe_unused]] platform::Platform &platform;
+    platform::Platform &platform;
     QPointer<QWidget> anchor;
     QWidget *content = nullptr;
     Keyboard keyboard = Keyboard::left;

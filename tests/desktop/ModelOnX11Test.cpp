@@ -28,7 +28,7 @@ protected:
     {
         whole = std::make_unique<platform::Platform>(
             platform::Platform{loop, platform->applications(), platform->accessibility(), platform->windowList(),
-                               platform->screens(), platform->pointer(), platform->panels(), platform->hotKeys(),
+                               platform->screens(), platform->pointer(), platform->events(), platform->panels(), platform->hotKeys(),
                                loginItem, defaults, launching, text, icons, dialogs});
         model = std::make_unique<AppModel>(*whole);
         model->start();

@@ -21,7 +21,7 @@ class SimulatedDesktop {
 public:
     explicit SimulatedDesktop(Behaviour behaviour = Behaviour::live)
         : applications(behaviour, loop, actions), accessibility(applications, actions), windowList(applications),
-          screens(loop), pointer(screens, actions), panels(loop), hotKeys(loop), launching(applications, actions),
+          screens(loop), pointer(screens, actions), events(loop), panels(loop), hotKeys(loop), launching(applications, actions),
           dialogs(actions)
     {}
     SimulatedDesktop(const SimulatedDesktop &) = delete;
@@ -30,7 +30,7 @@ public:
     // References to the parts: the desktop must outlive them.
     platform::Platform platform()
     {
-        return {loop,    applications, accessibility, windowList, screens, pointer, panels,
+        return {loop,    applications, accessibility, windowList, screens, pointer, events, panels,
                 hotKeys, loginItem,    defaults,      launching,  text,    icons,   dialogs};
     }
 
@@ -41,6 +41,7 @@ public:
     SimulatedWindowList windowList;
     SimulatedScreens screens;
     SimulatedPointer pointer;
+    SimulatedEvents events;
     SimulatedPanels panels;
     SimulatedHotKeys hotKeys;
     SimulatedLoginItem loginItem;

@@ -44,6 +44,19 @@ platform::Point SimulatedScreens::flipped(platform::Point point) const
     return {point.x, top - point.y};
 }
 
+void SimulatedEvents::press()
+{
+    loop.post([list = std::weak_ptr(presses)] {
+        if (const auto living = list.lock())
+            living->emit();
+    });
+}
+
+void SimulatedEvents::move()
+{
+    loop.post([told = std::exchange(motions, std::make_shared<Observers<>>())] { told->emit(); });
+}
+
 void SimulatedPanels::setTranslucencyAvailable(bool available)
 {
     translucent = available;

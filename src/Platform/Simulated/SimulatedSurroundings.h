@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Platform/Dialogs.h"
+#include "Platform/Events.h"
 #include "Platform/HotKeys.h"
 #include "Platform/Icons.h"
 #include "Platform/Launching.h"
@@ -73,6 +74,31 @@ private:
     const SimulatedScreens &screens;
     ActionLog &log;
     platform::Point place;
+};
+
+// What the person's hand does is told at the next turn of the loop.
+class SimulatedEvents final : public platform::Events {
+public:
+    explicit SimulatedEvents(VirtualLoop &mainLoop) : loop(mainLoop) {}
+
+    [[nodiscard]] platform::Subscription observePresses(std::function<void()> callback) override
+    {
+        return presses->add(std::move(callback));
+    }
+    [[nodiscard]] platform::Subscription nextMotion(std::function<void()> callback) override
+    {
+        return motions->add(std::move(callback));
+    }
+
+    void press();
+    // Those who wait for a motion hear of this one and of no other.
+    void move();
+    std::size_t waitingForMotion() const { return motions->count(); }
+    std::size_t watchingPresses() const { return presses->count(); }
+
+private:
+    VirtualLoop &loop;
+    std::shared_ptr<Observers<>> presses = std::make_shared<Observers<>>(), motions = std::make_shared<Observers<>>();
 };
 
 class SimulatedPanels final : public platform::Panels {

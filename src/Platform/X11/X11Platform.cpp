@@ -3,6 +3,7 @@
 #include "Platform/X11/ScreenSaver.h"
 #include "Platform/X11/X11Accessibility.h"
 #include "Platform/X11/X11Applications.h"
+#include "Platform/X11/X11Events.h"
 #include "Platform/X11/X11HotKeys.h"
 #include "Platform/X11/X11Panels.h"
 #include "Platform/X11/X11Screens.h"
@@ -19,7 +20,7 @@ struct X11Platform::Parts {
           table(mirror, catalogue), actions(*connection, mirror, table, time),
           applications(*connection, mirror, table, actions, std::move(loadIcon), loop),
           accessibility(mirror, table, actions), windowList(mirror), screens(*connection, mirror, loop, options.scale),
-          pointer(*connection, screens), panels(*connection, options.views), hotKeys(*connection, loop),
+          pointer(*connection, screens), events(*connection), panels(*connection, options.views), hotKeys(*connection, loop),
           saver(*connection, [this](bool started) {
               applications.announce(started ? SessionEvent::screensaverStarted : SessionEvent::screensaverStopped);
           })
@@ -36,6 +37,7 @@ struct X11Platform::Parts {
     X11WindowList windowList;
     X11Screens screens;
     X11Pointer pointer;
+    X11Events events;
     X11Panels panels;
     X11HotKeys hotKeys;
     x11::ScreenSaver saver;
@@ -78,6 +80,11 @@ Screens &X11Platform::screens()
 Pointer &X11Platform::pointer()
 {
     return parts->pointer;
+}
+
+Events &X11Platform::events()
+{
+    return parts->events;
 }
 
 Panels &X11Platform::panels()

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Platform/Accessibility.h"
+#include "Platform/Events.h"
 #include "Platform/Applications.h"
 #include "Platform/HotKeys.h"
 #include "Platform/MainLoop.h"
@@ -43,6 +44,7 @@ public:
     WindowList &windowList();
     Screens &screens();
     Pointer &pointer();
+    Events &events();
     Panels &panels();
     HotKeys &hotKeys();
 

@@ -1,0 +1,20 @@
+// What a person does with the mouse anywhere on the desktop, also where other programs are under the pointer.
+#pragma once
+
+#include "Platform/Subscription.h"
+
+#include <functional>
+
+namespace korvane::platform {
+
+class Events {
+public:
+    virtual ~Events() = default;
+    // A button went down, on whatever window, also while a menu or a drag has the pointer. The press goes on to its
+    // target unchanged.
+    [[nodiscard]] virtual Subscription observePresses(std::function<void()> callback) = 0;
+    // Calls once, at the pointer's next motion. Waiting for it costs nothing while the pointer rests.
+    [[nodiscard]] virtual Subscription nextMotion(std::function<void()> callback) = 0;
+};
+
+}  // namespace korvane::platform

@@ -1,0 +1,119 @@
+#include "Platform/X11/X11Events.h"
+
+#include "Platform/X11/Reply.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+// The header names a member after a keyword of this language.
+#define explicit explicit_interest
+#include <xcb/xinput.h>
+#undef explicit
+
+namespace korvane::platform {
+namespace {
+
+using Callback = std::shared_ptr<std::function<void()>>;
+
+// From this version on raw events come also while another program has grabbed the pointer.
+constexpr std::uint16_t majorVersion = 2, minorVersion = 2;
+
+}  // namespace
+
+// Outlives the subscriptions, which may outlive the events.
+struct X11Events::Observers {
+    x11::Connection *connection;  // null once the events are gone
+    std::vector<Callback> presses, motions;
+    std::uint32_t selected = 0;
+
+    // Asks the server for what somebody waits for and for no more, so that a moving pointer wakes nobody in vain.
+    void select()
+    {
+        const std::uint32_t wanted = (presses.empty() ? 0U : XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS)
+                                     | (motions.empty() ? 0U : XCB_INPUT_XI_EVENT_MASK_RAW_MOTION);
+        if (!connection || wanted == selected)
+            return;
+        selected = wanted;
+        struct {
+            xcb_input_event_mask_t head;
+            std::uint32_t mask;
+        } request{{XCB_INPUT_DEVICE_ALL_MASTER, 1}, wanted};
+        xcb_input_xi_select_events(*connection, connection->root(), 1, &request.head);
+        xcb_flush(*connection);
+    }
+};
+
+class X11Events::Observation final : public SubscriptionBase {
+public:
+    Observation(std::shared_ptr<Observers> list, Callback mine) : observers(std::move(list)), callback(std::move(mine))
+    {}
+    ~Observation() override
+    {
+        *callback = nullptr;
+        std::erase(observers->presses, callback);
+        std::erase(observers->motions, callback);
+        observers->select();
+    }
+
+private:
+    std::shared_ptr<Observers> observers;
+    Callback callback;
+};
+
+X11Events::X11Events(x11::Connection &server)
+    : connection(server), observers(std::make_shared<Observers>(Observers{&server, {}, {}, 0}))
+{
+    const auto *data = xcb_get_extension_data(connection, &xcb_input_id);
+    if (data && data->present) {
+        const x11::Reply<xcb_input_xi_query_version_reply_t> version{xcb_input_xi_query_version_reply(
+            connection, xcb_input_xi_query_version(connection, majorVersion, minorVersion), nullptr)};
+        if (version && version->major_version >= majorVersion)
+            extension = data->major_opcode;
+    }
+    if (extension == 0)
+        observers->connection = nullptr;
+    connection.join(*this);
+}
+
+X11Events::~X11Events()
+{
+    connection.leave(*this);
+    observers->connection = nullptr;
+}
+
+Subscription X11Events::observePresses(std::function<void()> callback)
+{
+    auto shared = std::make_shared<std::function<void()>>(std::move(callback));
+    observers->presses.push_back(shared);
+    observers->select();
+    return std::make_unique<Observation>(observers, std::move(shared));
+}
+
+Subscription X11Events::nextMotion(std::function<void()> callback)
+{
+    auto shared = std::make_shared<std::function<void()>>(std::move(callback));
+    observers->motions.push_back(shared);
+    observers->select();
+    return std::make_unique<Observation>(observers, std::move(shared));
+}
+
+void X11Events::handle(const xcb_generic_event_t &event)
+{
+    if (extension == 0 || x11::typeOf(event) != XCB_GE_GENERIC)
+        return;
+    const auto &generic = reinterpret_cast<const xcb_ge_generic_event_t &>(event);
+    if (generic.extension != extension)
+        return;
+    std::vector<Callback> told;
+    if (generic.event_type == XCB_INPUT_RAW_BUTTON_PRESS)
+        told = observers->presses;
+    else if (generic.event_type == XCB_INPUT_RAW_MOTION)
+        told = std::exchange(observers->motions, {});
+    // A copy is called, for one that ends its own subscription meanwhile.
+    for (const Callback &callback : told)
+        if (const std::function<void()> call = *callback)
+            call();
+    observers->select();
+}
+
+}  // namespace korvane::platform

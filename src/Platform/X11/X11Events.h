@@ -1,0 +1,31 @@
+// The mouse everywhere, by the raw events of XInput 2, which come whoever has the pointer.
+#pragma once
+
+#include "Platform/Events.h"
+#include "Platform/X11/Connection.h"
+
+#include <memory>
+
+namespace korvane::platform {
+
+class X11Events final : public Events, private x11::EventListener {
+public:
+    explicit X11Events(x11::Connection &connection);
+    ~X11Events() override;
+
+    // Without the extension nothing is ever told.
+    [[nodiscard]] Subscription observePresses(std::function<void()> callback) override;
+    [[nodiscard]] Subscription nextMotion(std::function<void()> callback) override;
+
+private:
+    struct Observers;
+    class Observation;
+
+    void handle(const xcb_generic_event_t &event) override;
+
+    x11::Connection &connection;
+    std::uint8_t extension = 0;  // its number; 0 where the server has none
+    std::shared_ptr<Observers> observers;
+};
+
+}  // namespace korvane::platform
