@@ -33,6 +33,8 @@ CaseRunner runnerOf(std::string_view area, const Json &file)
         return functionRunner(widthFunctions());
     if (area == "layout_pass")
         return runLayoutPass;
+    if (area == "auto_hide")
+        return runAutoHide;
     if (area == "overflow_lock")
         return runOverflowLock;
     if (area == "drag_and_drop")
