@@ -1,6 +1,6 @@
 #include "Controllers/TaskbarPanel.h"
 
-#include "Models/PanelGeometry.h"
+#include "Controllers/FadeEffect.h"
 
 #include <QResizeEvent>
 #include <cmath>
@@ -8,18 +8,21 @@
 namespace korvane {
 
 TaskbarPanel::TaskbarPanel(AppModel &model, ViewServices &services, platform::Platform &system,
-                           const platform::Screen &screen, const QRect &rectangle)
+                           const platform::Screen &screen, const QRect &rectangle,
+                           std::function<void(TaskbarPanel &, double)> growTo)
     : QWidget(nullptr, Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::WindowDoesNotAcceptFocus),
-      platform(system), panelScreen(screen), screenRectangle(rectangle),
-      content(new TaskbarView(model, services, system, this)), currentHeight(PanelGeometry::barHeight)
+      platform(system), panelScreen(screen), screenRectangle(rectangle), grow(std::move(growTo)),
+      content(new TaskbarView(model, services, system, this)), fade(new FadeEffect(content)),
+      currentHeight(PanelGeometry::barHeight), heading(currentHeight)
 {
     setWindowTitle(QStringLiteral("Korvane Taskbar"));
     setAttribute(Qt::WA_TranslucentBackground);
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_AlwaysShowToolTips);
-    content->setTranslucent(platform.panels.translucencyAvailable());
-    connect(content, &TaskbarView::drawnRegionChanged, this, &TaskbarPanel::applyMask);
-    setHeight(PanelGeometry::barHeight);
+    content->setGraphicsEffect(fade);
+    connect(content, &TaskbarView::drawnRegionChanged, this, &TaskbarPanel::applyShape);
+    setPanelHeight(PanelGeometry::barHeight);
+    setTranslucent(platform.panels.translucencyAvailable());
 }
 
 platform::Rect TaskbarPanel::frame() const
@@ -27,12 +30,18 @@ platform::Rect TaskbarPanel::frame() const
     return {panelScreen.frame.x, panelScreen.frame.y, panelScreen.frame.width, currentHeight};
 }
 
-void TaskbarPanel::setHeight(double newHeight)
+void TaskbarPanel::setPanelHeight(double newHeight)
 {
     currentHeight = newHeight;
     const int pixels = static_cast<int>(std::lround(newHeight));
     setGeometry(screenRectangle.x(), screenRectangle.y() + screenRectangle.height() - pixels, screenRectangle.width(),
                 pixels);
+}
+
+void TaskbarPanel::setHeight(double height, const platform::Rect &)
+{
+    heading = height;
+    grow(*this, height);
 }
 
 void TaskbarPanel::orderFront()
@@ -42,25 +51,74 @@ void TaskbarPanel::orderFront()
     traits.stationary = true;
     traits.nonActivating = true;
     platform.panels.apply(native, traits);
+    applyShape();
     show();
     platform.panels.orderFrontRegardless(native);
+}
+
+void TaskbarPanel::setTranslucent(bool translucent)
+{
+    isTranslucent = translucent;
+    content->setTranslucent(translucent);
+    showOpacity();
+}
+
+void TaskbarPanel::setContentOpacity(double newOpacity)
+{
+    opacity = newOpacity;
+    showOpacity();
+}
+
+void TaskbarPanel::showOpacity()
+{
+    fade->setOpacity(isTranslucent ? opacity : 1);
+}
+
+void TaskbarPanel::setIgnoresMouseEvents(bool ignores)
+{
+    ignoresMouse = ignores;
+    platform.panels.setIgnoresMouse(winId(), ignores);
+}
+
+void TaskbarPanel::reserveStrip(bool reserve)
+{
+    if (reserves == reserve)
+        return;
+    reserves = reserve;
+    const platform::Rect &screen = panelScreen.frame;
+    platform.panels.reserveStrip(
+        winId(), reserve ? std::optional(platform::Rect{screen.x, screen.y, screen.width, PanelGeometry::barHeight})
+                         : std::nullopt);
+}
+
+std::optional<QPoint> TaskbarPanel::inView(const platform::Point &place) const
+{
+    const platform::Rect whole = frame();
+    const bool over =
+        place.x >= whole.x && place.x < whole.x + whole.width && place.y >= whole.y && place.y < whole.y + whole.height;
+    if (!over || opacity <= AutoHide::hiddenOpacity)
+        return std::nullopt;
+    // The view counts downwards from its upper edge.
+    return QPoint(static_cast<int>(place.x - whole.x), height() - 1 - static_cast<int>(std::floor(place.y - whole.y)));
 }
 
 void TaskbarPanel::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
     content->setGeometry(rect());
-    applyMask();
+    applyShape();
 }
 
 // What is not drawn lets clicks through, and without a compositor also the sight of what is behind.
-void TaskbarPanel::applyMask()
+void TaskbarPanel::applyShape()
 {
-    const QRegion drawn = content->drawnRegion();
-    if (drawn == QRegion(rect()))
-        clearMask();
-    else if (mask() != drawn)
-        setMask(drawn);
+    if (!internalWinId())
+        return;
+    platform::PanelShape shape;
+    for (const QRect &part : content->drawnRegion())
+        shape.push_back({static_cast<double>(part.x()), static_cast<double>(part.y()),
+                         static_cast<double>(part.width()), static_cast<double>(part.height())});
+    platform.panels.setShape(winId(), shape);
 }
 
 }  // namespace korvane

@@ -1,6 +1,7 @@
 // The borderless window of one bar, on the bottom edge of one screen.
 #pragma once
 
+#include "Models/AutoHide.h"
 #include "Platform/Platform.h"
 #include "Views/TaskbarView.h"
 
@@ -8,35 +9,55 @@
 
 namespace korvane {
 
-class TaskbarPanel final : public QWidget {
+class FadeEffect;
+
+class TaskbarPanel final : public QWidget, public AutoHidePanel {
     Q_OBJECT
 
 public:
-    // `screenRectangle` is the screen in the toolkit's coordinates.
+    // `screenRectangle` is the screen in the toolkit's coordinates. `grow` lets the panel grow or shrink to a height.
     TaskbarPanel(AppModel &model, ViewServices &services, platform::Platform &platform, const platform::Screen &screen,
-                 const QRect &screenRectangle);
+                 const QRect &screenRectangle, std::function<void(TaskbarPanel &, double height)> grow);
 
     TaskbarView &view() { return *content; }
     const platform::Screen &screen() const { return panelScreen; }
     // In points.
     double panelHeight() const { return currentHeight; }
-    // In desktop coordinates.
-    platform::Rect frame() const;
-    // Keeps the bottom edge.
-    void setHeight(double height);
+    // At once, keeping the bottom edge.
+    void setPanelHeight(double height);
     void orderFront();
+    // Whether the desktop can shine through. Where it can't, the bar stays as it is until a fade has ended.
+    void setTranslucent(bool translucent);
+    // Keeps other windows off the bar's own strip, or lets them use it.
+    void reserveStrip(bool reserve);
+    // A place of the desktop in the view's coordinates; absent off the panel, and while it is hidden.
+    std::optional<QPoint> inView(const platform::Point &place) const;
+
+    platform::Rect frame() const override;
+    std::optional<platform::Rect> screenFrame() const override { return panelScreen.frame; }
+    std::optional<double> contentOpacity() const override { return opacity; }
+    bool ignoresMouseEvents() const override { return ignoresMouse; }
+    void setContentOpacity(double opacity) override;
+    void setIgnoresMouseEvents(bool ignores) override;
+    double headingHeight() const override { return heading; }
+    void setHeight(double height, const platform::Rect &screen) override;
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    void applyMask();
+    void applyShape();
+    void showOpacity();
 
     platform::Platform &platform;
     platform::Screen panelScreen;
     QRect screenRectangle;
+    std::function<void(TaskbarPanel &, double)> grow;
     TaskbarView *content;
-    double currentHeight;
+    FadeEffect *fade;
+    double currentHeight, heading;
+    double opacity = 1;
+    bool ignoresMouse = false, isTranslucent = false, reserves = false;
 };
 
 }  // namespace korvane

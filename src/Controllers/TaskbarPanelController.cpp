@@ -39,7 +39,10 @@ struct TaskbarPanelController::HeightAnimation {
 
 TaskbarPanelController::TaskbarPanelController(AppModel &appModel, platform::Platform &system,
                                                TaskbarCallbacks taskbarCallbacks)
-    : model(appModel), platform(system), callbacks(std::move(taskbarCallbacks))
+    : model(appModel), platform(system), callbacks(std::move(taskbarCallbacks)),
+      follower(system, [this](platform::Point place) { pointerMoved(place); }),
+      knownMonitorRate(appModel.settings().appMonitorRefreshRate), knownFadeRate(appModel.settings().appRefreshRate),
+      knownPause(appModel.systemIsInactive(), appModel.settings().expertPauseWhenDisplaySleeps)
 {
     const std::weak_ptr<bool> stillHere = alive;
     model.setTaskResizePauseHandler([this, stillHere](bool paused) {
@@ -48,30 +51,41 @@ TaskbarPanelController::TaskbarPanelController(AppModel &appModel, platform::Pla
     });
     screenObserver = platform.screens.observeChanges([this] { rebuildPanels(); });
     translucencyObserver = platform.panels.observeTranslucency([this] { schedulePass(); });
+    configureVisibilityTimer();
     modelConnection = model.changed.connect([this] { schedulePass(); });
+    settingConnection = model.published.connect([this](std::string_view property) { settingPublished(property); });
 }
 
 TaskbarPanelController::~TaskbarPanelController() = default;
 
 void TaskbarPanelController::show()
 {
+    shown = true;
     rebuildPanels();
 }
 
 void TaskbarPanelController::rebuildPanels()
 {
+    if (!shown)
+        return;
     animations.clear();
     animationTimer.reset();
     allPanels.clear();
     for (const platform::Screen &screen : platform.screens.all())
         allPanels.push_back(makePanel(screen));
     runPass();
+    if (!resizePaused)
+        configureVisibilityTimer();
 }
 
 std::unique_ptr<TaskbarPanel> TaskbarPanelController::makePanel(const platform::Screen &screen)
 {
     auto panel =
-        std::make_unique<TaskbarPanel>(model, services, platform, screen, toolkitRectangle(platform.screens, screen));
+        std::make_unique<TaskbarPanel>(model, services, platform, screen, toolkitRectangle(platform.screens, screen),
+                                       [this](TaskbarPanel &grown, double height) { animateHeight(height, grown); });
+    if (callbacks.showSettings)
+        panel->view().setShowSettings(callbacks.showSettings);
+    panel->lastPointerInside = platform.loop.monotonicNow();
     panel->orderFront();
     return panel;
 }
@@ -93,10 +107,36 @@ void TaskbarPanelController::runPass()
     passScheduled = false;
     const bool translucent = platform.panels.translucencyAvailable();
     for (const auto &panel : allPanels) {
-        panel->view().setTranslucent(translucent);
+        panel->setTranslucent(translucent);
+        panel->reserveStrip(!model.settings().autoHideEnabled);
         panel->view().updateFromModel();
     }
     adjustHeights();
+    follow();
+    // A timer that rests goes on when one of the things has changed that a look asks for.
+    if (lastInputs && *lastInputs != inputs())
+        resumeVisibilityTimer();
+}
+
+// The three settings that the timers depend on. Each takes effect at the next turn, and only if it has another value.
+void TaskbarPanelController::settingPublished(std::string_view property)
+{
+    if (property != "appMonitorRefreshRate" && property != "appRefreshRate" && property != "systemIsInactive"
+        && property != "expertPauseWhenDisplaySleeps")
+        return;
+    platform.loop.post([this, stillHere = std::weak_ptr<bool>(alive)] {
+        if (stillHere.expired())
+            return;
+        const SettingsValues &settings = model.settings();
+        if (std::exchange(knownMonitorRate, settings.appMonitorRefreshRate) != settings.appMonitorRefreshRate
+            && !resizePaused)
+            configureVisibilityTimer();
+        if (std::exchange(knownFadeRate, settings.appRefreshRate) != settings.appRefreshRate)
+            restartFadeTimerIfActive();
+        const std::pair pause(model.systemIsInactive(), settings.expertPauseWhenDisplaySleeps);
+        if (std::exchange(knownPause, pause) != pause)
+            applySystemPause(isPaused());
+    });
 }
 
 const OverflowGeometry &TaskbarPanelController::overflowGeometry()
@@ -111,18 +151,15 @@ const OverflowGeometry &TaskbarPanelController::overflowGeometry()
     return cachedGeometry;
 }
 
+// Panels that can be seen follow their rows at once; one that is hidden or on its way gets its height when it is back.
 void TaskbarPanelController::adjustHeights()
 {
     if (resizePaused)
         return;
     const double wanted = overflowGeometry().normalHeight;
-    for (const auto &panel : allPanels) {
-        const auto running = std::find_if(animations.begin(), animations.end(),
-                                          [&](const HeightAnimation &one) { return one.panel == panel.get(); });
-        const double heading = running != animations.end() ? running->to : panel->panelHeight();
-        if (std::abs(heading - wanted) > metrics::heightTolerance)
-            animateHeight(wanted, *panel);
-    }
+    for (const auto &panel : allPanels)
+        if (panel->contentOpacity() == 1.0 && std::abs(panel->headingHeight() - wanted) > AutoHide::heightTolerance)
+            panel->setHeight(wanted, panel->screen().frame);
 }
 
 void TaskbarPanelController::animateHeight(double height, TaskbarPanel &panel)
@@ -140,7 +177,7 @@ void TaskbarPanelController::animationFrame()
     std::erase_if(animations, [&](const HeightAnimation &one) {
         const double time = (now - one.began).count() / metrics::heightAnimationSeconds;
         // The end is set as it is, not as the curve rounds it.
-        one.panel->setHeight(time >= 1 ? one.to : one.from + (one.to - one.from) * easeOut(time));
+        one.panel->setPanelHeight(time >= 1 ? one.to : one.from + (one.to - one.from) * easeOut(time));
         return time >= 1;
     });
     if (animations.empty())
@@ -150,27 +187,13 @@ void TaskbarPanelController::animationFrame()
 void TaskbarPanelController::setTaskResizePaused(bool paused)
 {
     resizePaused = paused;
-    if (!paused)
-        schedulePass();
-}
-
-std::optional<platform::Rect> TaskbarPanelController::revealForShortcut()
-{
-    if (allPanels.empty())
-        return std::nullopt;
-    const auto screens = platform.screens.all();
-    const auto main = platform.screens.main();
-    auto target = allPanels.begin();
-    if (main && *main < screens.size()) {
-        const auto onMain = std::find_if(allPanels.begin(), allPanels.end(),
-                                         [&](const auto &panel) { return panel->screen() == screens[*main]; });
-        if (onMain != allPanels.end())
-            target = onMain;
+    if (paused) {
+        visibilityTimer.reset();
+        stopFadeTimer();
+        return;
     }
-    model.setTaskbarHidden(false);
-    if (callbacks.setStartMenuOpacity)
-        callbacks.setStartMenuOpacity(1);
-    return (*target)->frame();
+    configureVisibilityTimer();
+    schedulePass();
 }
 
 }  // namespace korvane

@@ -1,6 +1,8 @@
-// One panel for each screen: made, rebuilt when screens come and go, and kept as tall as its rows need.
+// One panel for each screen: made, rebuilt when screens come and go, kept as tall as its rows need, faded away when the
+// pointer has left it and brought back at the screen's edge.
 #pragma once
 
+#include "Controllers/PointerFollower.h"
 #include "Controllers/TaskbarPanel.h"
 #include "Models/AppModel.h"
 #include "Models/PanelGeometry.h"
@@ -34,20 +36,47 @@ public:
     const std::vector<std::unique_ptr<TaskbarPanel>> &panels() const { return allPanels; }
     // Cached: worked out anew only when one of the values it depends on changed.
     const OverflowGeometry &overflowGeometry();
-    // While a task is resized by hand, no panel changes its height under the pointer.
+    // While a task is resized by hand, no panel changes its height or fades under the pointer.
     void setTaskResizePaused(bool paused);
     bool isTaskResizePaused() const { return resizePaused; }
 
+    // One look at the pointer: shows, fades or hides each panel, and keeps its height.
+    void updateAutoHide();
+    // The interval of the timer of those looks; absent while nothing can change before the pointer or the model moves.
+    std::optional<double> visibilityTimerInterval() const;
+    std::optional<double> fadeTimerInterval() const { return fadeInterval; }
+
 private:
     struct HeightAnimation;
+    // What a look depends on beside the pointer and the clock.
+    struct Inputs {
+        bool autoHide = false, autoHideOverflow = false, rowsVisible = false, listOpen = false;
+        OverflowGeometry geometry;
+        friend bool operator==(const Inputs &, const Inputs &) = default;
+    };
 
     void rebuildPanels();
     std::unique_ptr<TaskbarPanel> makePanel(const platform::Screen &screen);
     void schedulePass();
     void runPass();
+    void settingPublished(std::string_view property);
     void adjustHeights();
     void animateHeight(double height, TaskbarPanel &panel);
     void animationFrame();
+
+    void configureVisibilityTimer();
+    void resumeVisibilityTimer();
+    void startFadeTimer();
+    void stopFadeTimer();
+    void restartFadeTimerIfActive();
+    void applySystemPause(bool paused);
+    void timerDidFire() { updateAutoHide(); }
+    bool isPaused() const;
+    bool isHeldOpen() const;
+    Inputs inputs();
+    void follow();
+    void pointerMoved(platform::Point place);
+    std::vector<AutoHidePanel *> autoHidePanels() const;
 
     AppModel &model;
     platform::Platform &platform;
@@ -56,9 +85,17 @@ private:
     std::vector<std::unique_ptr<TaskbarPanel>> allPanels;
     std::vector<HeightAnimation> animations;
     platform::Subscription animationTimer, screenObserver, translucencyObserver;
-    Connection modelConnection;
+    platform::Subscription visibilityTimer, fadeTimer;
+    std::optional<double> fadeInterval;
+    PointerFollower follower;
+    std::optional<platform::Point> lastPointer;  // at the look before
+    platform::Seconds lastLook{0};
+    std::optional<Inputs> lastInputs;
+    Connection modelConnection, settingConnection;
     std::shared_ptr<bool> alive = std::make_shared<bool>(true);  // what was posted holds it weakly
-    bool passScheduled = false, resizePaused = false;
+    bool passScheduled = false, resizePaused = false, shown = false;
+    std::int64_t knownMonitorRate, knownFadeRate;
+    std::pair<bool, bool> knownPause;
     std::optional<GeometryKey> cachedGeometryKey;
     OverflowGeometry cachedGeometry;
 };

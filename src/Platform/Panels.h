@@ -1,10 +1,13 @@
 // Turns a window that the view layer has made into a panel: beside the desktop's windows, not one of them.
 #pragma once
 
+#include "Platform/Geometry.h"
 #include "Platform/Subscription.h"
 
 #include <cstdint>
 #include <functional>
+#include <optional>
+#include <vector>
 
 namespace korvane::platform {
 
@@ -19,6 +22,9 @@ struct PanelTraits {
     bool canBecomeKey = false;
 };
 
+// What of a panel is there; the rest of its window shows and takes nothing. Points from the top left.
+using PanelShape = std::vector<Rect>;
+
 using NativeView = std::uintptr_t;  // what the toolkit calls the window's identifier
 
 class Panels {
@@ -30,6 +36,13 @@ public:
     virtual void orderFrontRegardless(NativeView view) = 0;
     // The same, and it gets the keyboard, whoever has it. For a panel that has been shown.
     virtual void makeKeyAndOrderFront(NativeView view) = 0;
+    // For a panel that has been made. Replaces the shape before; the whole panel is there before the first one.
+    virtual void setShape(NativeView view, const PanelShape &shape) = 0;
+    // A panel that ignores the mouse is neither seen nor hit; its shape comes back with it.
+    virtual void setIgnoresMouse(NativeView view, bool ignores) = 0;
+    // Asks that other windows keep off a strip along the bottom edge of a screen, in desktop coordinates; absent: they
+    // may use it again. Nothing where another screen lies below, whose room would be taken with it.
+    virtual void reserveStrip(NativeView view, const std::optional<Rect> &strip) = 0;
     // Whether pixels of a panel that are not drawn let the desktop be seen. Without that a panel is opaque.
     virtual bool translucencyAvailable() = 0;
     // translucencyAvailable() has another answer.

@@ -82,7 +82,6 @@ inline constexpr QColor popoverGround(38, 40, 46, 250);
 inline constexpr QColor popoverStroke(255, 255, 255, 46);
 
 // Changes of height
-inline constexpr double heightTolerance = 0.5;
 inline constexpr double heightAnimationSeconds = 0.1;
 inline constexpr double animationFrameSeconds = 1.0 / 60;
 

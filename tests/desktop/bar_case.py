@@ -47,7 +47,7 @@ class BarCase(unittest.TestCase):
     """Each test has a desktop of its own."""
 
     screens = [(1920, 1080, 0, 0)]
-    settings = {"groupingMode": "never"}
+    settings = {"groupingMode": "never", "autoHideEnabled": False}
     compositor = False
 
     def setUp(self):

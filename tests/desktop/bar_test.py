@@ -166,7 +166,7 @@ class Screens(BarCase):
 
 
 class Badges(BarCase):
-    settings = {"groupingMode": "never", "expertBadgeScanSeconds": 1.0}
+    settings = {"groupingMode": "never", "expertBadgeScanSeconds": 1.0, "autoHideEnabled": False}
 
     def setUp(self):
         super().setUp()
@@ -213,7 +213,7 @@ GLib.MainLoop().run()
 class GroupingByNeed(BarCase):
     """Of one program's windows, so that a bar that groups shows a single button."""
 
-    settings = {"groupingMode": "asNeeded"}
+    settings = {"groupingMode": "asNeeded", "autoHideEnabled": False}
     width = 1920
 
     def capacity(self, tab_width):

@@ -19,6 +19,7 @@ import time
 from collections import namedtuple
 
 from Xlib import X, display as xdisplay, error as xerror
+from Xlib.ext import xtest
 from Xlib.protocol import event as xevent
 
 HERE = os.path.dirname(os.path.abspath(__file__))
@@ -382,7 +383,9 @@ class PrivateDesktop:
     # ---- hands and eyes
 
     def move_pointer(self, x, y):
-        self.run(["xdotool", "mousemove", "--sync", str(round(x)), str(round(y))])
+        # As a mouse does it: a pointer that is only put somewhere makes no motion for those who watch the device.
+        xtest.fake_input(self.x, X.MotionNotify, x=round(x), y=round(y))
+        self.x.sync()
 
     def pointer(self):
         place = self.root.query_pointer()

@@ -122,12 +122,25 @@ public:
         return observers->add(std::move(callback));
     }
 
+    void setShape(platform::NativeView view, const platform::PanelShape &shape) override { shapes[view] = shape; }
+    void setIgnoresMouse(platform::NativeView view, bool ignores) override { ignoring[view] = ignores; }
+    void reserveStrip(platform::NativeView view, const std::optional<platform::Rect> &strip) override
+    {
+        if (strip)
+            strips[view] = *strip;
+        else
+            strips.erase(view);
+    }
+
     // A compositor comes or goes; the observers are told at the next turn of the loop.
     void setTranslucencyAvailable(bool available);
     std::map<platform::NativeView, platform::PanelTraits> applied;
     std::vector<platform::NativeView> orderedFront;  // in the order of asking
-    platform::NativeView key = 0;  // the panel that was given the keyboard last
+    platform::NativeView key = 0;                    // the panel that was given the keyboard last
     int translucencyReads = 0;
+    std::map<platform::NativeView, platform::PanelShape> shapes;
+    std::map<platform::NativeView, bool> ignoring;
+    std::map<platform::NativeView, platform::Rect> strips;
 
 private:
     VirtualLoop &loop;

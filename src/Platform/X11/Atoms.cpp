@@ -16,6 +16,8 @@ constexpr std::array<std::string_view, atomCount> texts{
     "_NET_WM_NAME",
     "_NET_WM_PID",
     "_NET_WM_DESKTOP",
+    "_NET_WM_STRUT",
+    "_NET_WM_STRUT_PARTIAL",
     "_NET_WM_ICON",
     "_NET_WM_STATE",
     "_NET_WM_STATE_HIDDEN",

@@ -23,6 +23,8 @@ enum class Atom : std::uint8_t {
     netWmName,
     netWmPid,
     netWmDesktop,
+    netWmStrut,
+    netWmStrutPartial,
     netWmIcon,
     netWmState,
     netWmStateHidden,

@@ -2,14 +2,19 @@
 
 #include "Platform/X11/Reply.h"
 
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <xcb/shape.h>
 #include <xcb/xfixes.h>
 
 namespace korvane::platform {
 
 using x11::Atom;
 
-X11Panels::X11Panels(x11::Connection &server, xcb_connection_t *viewConnection)
-    : connection(server), views(viewConnection ? viewConnection : static_cast<xcb_connection_t *>(server)),
+X11Panels::X11Panels(x11::Connection &server, X11Screens &all, xcb_connection_t *viewConnection)
+    : connection(server), screens(all),
+      views(viewConnection ? viewConnection : static_cast<xcb_connection_t *>(server)),
       compositorSelection(server.intern("_NET_WM_CM_S" + std::to_string(server.screenNumber())))
 {
     connection.join(*this);
@@ -32,6 +37,7 @@ X11Panels::~X11Panels()
 void X11Panels::apply(NativeView view, const PanelTraits &traits)
 {
     const auto window = static_cast<xcb_window_t>(view);
+    shown.erase(view);
     const auto write = [&](Atom property, xcb_atom_t type, std::initializer_list<std::uint32_t> values) {
         xcb_change_property(views, XCB_PROP_MODE_REPLACE, window, connection[property], type, 32,
                             static_cast<std::uint32_t>(values.size()), values.begin());
@@ -71,6 +77,61 @@ void X11Panels::makeKeyAndOrderFront(NativeView view)
     xcb_send_event(views, 0, connection.root(),
                    XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
                    reinterpret_cast<const char *>(&event));
+    xcb_flush(views);
+}
+
+void X11Panels::setShape(NativeView view, const PanelShape &shape)
+{
+    std::vector<xcb_rectangle_t> pixels;
+    const double scale = screens.pixelsToPoint();
+    for (const Rect &part : shape) {
+        // Outwards, so that nothing that is drawn is cut off.
+        const double left = std::floor(part.x * scale), top = std::floor(part.y * scale);
+        pixels.push_back({static_cast<std::int16_t>(left), static_cast<std::int16_t>(top),
+                          static_cast<std::uint16_t>(std::ceil((part.x + part.width) * scale) - left),
+                          static_cast<std::uint16_t>(std::ceil((part.y + part.height) * scale) - top)});
+    }
+    shown[view].shape = std::move(pixels);
+    applyShape(view);
+}
+
+void X11Panels::setIgnoresMouse(NativeView view, bool ignores)
+{
+    shown[view].ignoresMouse = ignores;
+    applyShape(view);
+}
+
+void X11Panels::applyShape(NativeView view)
+{
+    const auto window = static_cast<xcb_window_t>(view);
+    const Shown &state = shown[view];
+    if (!state.ignoresMouse && !state.shape) {
+        xcb_shape_mask(views, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, window, 0, 0, XCB_NONE);
+    } else {
+        static const std::vector<xcb_rectangle_t> nothing;
+        const auto &parts = state.ignoresMouse ? nothing : *state.shape;
+        xcb_shape_rectangles(views, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, XCB_CLIP_ORDERING_UNSORTED, window, 0, 0,
+                             static_cast<std::uint32_t>(parts.size()), parts.data());
+    }
+    xcb_flush(views);
+}
+
+void X11Panels::reserveStrip(NativeView view, const std::optional<Rect> &strip)
+{
+    const auto window = static_cast<xcb_window_t>(view);
+    const auto pixels = strip ? screens.bottomStrip(*strip) : std::nullopt;
+    if (!pixels) {
+        xcb_delete_property(views, window, connection[Atom::netWmStrutPartial]);
+        xcb_delete_property(views, window, connection[Atom::netWmStrut]);
+        xcb_flush(views);
+        return;
+    }
+    // Left, right, top and bottom, then where each begins and ends.
+    const std::array<std::uint32_t, 12> partial{0, 0, 0, pixels->height, 0, 0, 0, 0, 0, 0, pixels->left, pixels->right};
+    xcb_change_property(views, XCB_PROP_MODE_REPLACE, window, connection[Atom::netWmStrutPartial], XCB_ATOM_CARDINAL,
+                        32, 12, partial.data());
+    xcb_change_property(views, XCB_PROP_MODE_REPLACE, window, connection[Atom::netWmStrut], XCB_ATOM_CARDINAL, 32, 4,
+                        partial.data());
     xcb_flush(views);
 }
 

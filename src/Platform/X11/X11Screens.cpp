@@ -3,6 +3,7 @@
 #include "Platform/X11/Reply.h"
 
 #include <algorithm>
+#include <cmath>
 #include <xcb/randr.h>
 
 namespace korvane::platform {
@@ -79,6 +80,27 @@ std::optional<std::size_t> X11Screens::screenOfActiveWindow()
     if (!size || !place)
         return std::nullopt;
     return screenAt(place->dst_x + size->width / 2, place->dst_y + size->height / 2);
+}
+
+std::optional<X11Screens::BottomStrip> X11Screens::bottomStrip(const Rect &strip) const
+{
+    const auto on = std::find_if(monitors.begin(), monitors.end(), [&](const x11::Monitor &monitor) {
+        const Rect frame = space().screen(monitor).frame;
+        return frame.x == strip.x && frame.y == strip.y && frame.width == strip.width;
+    });
+    if (on == monitors.end())
+        return std::nullopt;
+    const auto liesBelow = [&](const x11::Monitor &monitor) {
+        return monitor.y >= on->y + on->height && monitor.x < on->x + on->width && on->x < monitor.x + monitor.width;
+    };
+    const x11::Reply<xcb_get_geometry_reply_t> whole{
+        xcb_get_geometry_reply(connection, xcb_get_geometry(connection, connection.root()), nullptr)};
+    if (!whole || std::any_of(monitors.begin(), monitors.end(), liesBelow))
+        return std::nullopt;
+    const int below = std::max(0, whole->height - (on->y + on->height));
+    return BottomStrip{static_cast<std::uint32_t>(below + std::lround(strip.height * scale)),
+                       static_cast<std::uint32_t>(std::max(0, on->x)),
+                       static_cast<std::uint32_t>(std::max(0, on->x + on->width - 1))};
 }
 
 Subscription X11Screens::observeChanges(std::function<void()> callback)

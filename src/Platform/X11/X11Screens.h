@@ -21,6 +21,13 @@ public:
     // Changes come in several steps; observers are told once they have come to rest.
     [[nodiscard]] Subscription observeChanges(std::function<void()> callback) override;
 
+    double pixelsToPoint() const { return scale; }
+    // A strip at the lower edge of a screen as a window manager counts it: pixels from the lower edge of all screens,
+    // and the first and the last column. Absent where another monitor lies below.
+    struct BottomStrip {
+        std::uint32_t height = 0, left = 0, right = 0;
+    };
+    std::optional<BottomStrip> bottomStrip(const Rect &strip) const;
     x11::DesktopSpace space() const { return {monitors, scale}; }
 
 private:

@@ -56,6 +56,9 @@ public:
     }
     void orderFrontRegardless(NativeView view) override { front = view; }
     void makeKeyAndOrderFront(NativeView view) override { front = view; }
+    void setShape(NativeView, const PanelShape &) override {}
+    void setIgnoresMouse(NativeView, bool) override {}
+    void reserveStrip(NativeView, const std::optional<Rect> &) override {}
     bool translucencyAvailable() override { return false; }
     Subscription observeTranslucency(std::function<void()>) override { return nullptr; }
 

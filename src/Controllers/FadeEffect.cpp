@@ -1,0 +1,40 @@
+#include "Controllers/FadeEffect.h"
+
+#include <QPainter>
+
+namespace korvane {
+
+void FadeEffect::setOpacity(double opacity)
+{
+    if (current == opacity)
+        return;
+    current = opacity;
+    setEnabled(current < 1);
+    if (current < 1) {
+        asked = true;
+        update();
+        asked = false;
+    } else {
+        picture = QPixmap();
+    }
+}
+
+void FadeEffect::draw(QPainter *painter)
+{
+    if (picture.isNull())
+        picture = sourcePixmap(Qt::DeviceCoordinates, &offset, NoPad);
+    painter->save();
+    painter->setWorldTransform(QTransform());
+    painter->setOpacity(current);
+    painter->drawPixmap(offset, picture);
+    painter->restore();
+}
+
+// What the widget would draw now is something else: the picture is of no use any more.
+void FadeEffect::sourceChanged(ChangeFlags)
+{
+    if (!asked)
+        picture = QPixmap();
+}
+
+}  // namespace korvane

@@ -1,0 +1,41 @@
+#include "Controllers/PointerFollower.h"
+
+#include <utility>
+
+namespace korvane {
+
+PointerFollower::PointerFollower(platform::Platform &system, std::function<void(platform::Point)> callback)
+    : platform(system), moved(std::move(callback))
+{}
+
+void PointerFollower::start()
+{
+    if (!isFollowing())
+        look();
+}
+
+void PointerFollower::stop()
+{
+    motion.reset();
+    timer.reset();
+}
+
+void PointerFollower::look()
+{
+    timer.reset();
+    // Waiting first: a motion between the two is then seen by one of them.
+    motion = platform.events.nextMotion([this] {
+        motion.reset();
+        timer = platform.loop.after(interval, [this] { look(); });
+        if (const auto place = platform.pointer.location(); place != std::exchange(last, place))
+            moved(place);
+    });
+    if (const auto place = platform.pointer.location(); place != std::exchange(last, place)) {
+        // On its way: look again rather than wait for a motion that may have been the last one.
+        motion.reset();
+        timer = platform.loop.after(interval, [this] { look(); });
+        moved(place);
+    }
+}
+
+}  // namespace korvane
