@@ -1,4 +1,4 @@
-// Which strip a button wears: the setting that gives its colour, and its opacity.
+// How a button tells its state: the white of its fill, and the strip it wears, by the setting that gives its colour.
 #pragma once
 
 #include <optional>
@@ -16,6 +16,12 @@ namespace StripRules {
 
 inline constexpr StripChoice activeStrip{"activeWindowStripColor", 0.95};
 inline constexpr StripChoice previousStrip{"lastWindowStripColor", 0.72};
+
+// The white fill of a button without a colour of its own.
+constexpr double highlightOpacity(bool isActive, bool inverted)
+{
+    return isActive != inverted ? 0.13 : 0.035;
+}
 
 // Of a task's button, and of a row in a group's window list; the first rule that holds.
 constexpr std::optional<StripChoice> task(bool stripsEnabled, bool isActive, bool isPrevious)

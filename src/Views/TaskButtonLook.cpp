@@ -23,15 +23,10 @@ void fill(TaskButtonLook &look, const std::optional<std::string> &colorName, con
 {
     look.color = TabColors::storedTabColor(colorName);
     look.fillOpacity = look.color ? std::clamp(settings.tabColorOpacity, 0.0, 1.0)
-                                  : highlightOpacity(look.isActive, settings.invertTaskbarButtonHighlight);
+                                  : StripRules::highlightOpacity(look.isActive, settings.invertTaskbarButtonHighlight);
 }
 
 }  // namespace
-
-double highlightOpacity(bool isActive, bool inverted)
-{
-    return isActive != inverted ? metrics::highlightOpacity : metrics::plainOpacity;
-}
 
 TaskButtonLook ofItem(const AppModel &model, const RunningAppItem &item, bool stripAtTop)
 {

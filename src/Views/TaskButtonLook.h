@@ -32,8 +32,6 @@ struct TaskButtonLook {
 
 namespace TaskButtonLooks {
 
-// White fill of a button without a colour of its own.
-double highlightOpacity(bool isActive, bool inverted);
 TaskButtonLook ofItem(const AppModel &model, const RunningAppItem &item, bool stripAtTop);
 TaskButtonLook ofGroup(const AppModel &model, const RunningAppGroup &group, bool stripAtTop);
 TaskButtonLook ofEntry(const AppModel &model, const TaskbarEntry &entry, bool stripAtTop);

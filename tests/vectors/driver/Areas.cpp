@@ -31,6 +31,8 @@ CaseRunner runnerOf(std::string_view area, const Json &file)
         return functionRunner(layoutEngineFunctions());
     if (area == "widths_and_heights")
         return functionRunner(widthFunctions());
+    if (area == "buttons_and_tray")
+        return functionRunner(buttonFunctions());
     if (area == "layout_pass")
         return runLayoutPass;
     if (area == "auto_hide")

@@ -15,6 +15,7 @@ const Functions &recordFunctions();
 const Functions &colorFunctions();
 const Functions &layoutEngineFunctions();
 const Functions &widthFunctions();
+const Functions &buttonFunctions();
 Outcome runAutoHide(const Json &testCase, const Json &file);
 Outcome runOverflowLock(const Json &testCase, const Json &file);
 Outcome runDragAndDrop(const Json &testCase, const Json &file);
