@@ -29,8 +29,11 @@ struct X11Events::Observers {
     // Asks the server for what somebody waits for and for no more, so that a moving pointer wakes nobody in vain.
     void select()
     {
-        const std::uint32_t wanted = (presses.empty() ? 0U : XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS)
-                                     | (motions.empty() ? 0U : XCB_INPUT_XI_EVENT_MASK_RAW_MOTION);
+        std::uint32_t wanted = 0;
+        if (!presses.empty())
+            wanted |= XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS;
+        if (!motions.empty())
+            wanted |= XCB_INPUT_XI_EVENT_MASK_RAW_MOTION;
         if (!connection || wanted == selected)
             return;
         selected = wanted;
