@@ -5,10 +5,7 @@
 #include <algorithm>
 #include <utility>
 #include <vector>
-// The header names a member after a keyword of this language.
-#define explicit explicit_interest
 #include <xcb/xinput.h>
-#undef explicit
 
 namespace korvane::platform {
 namespace {
