@@ -98,6 +98,29 @@ void NewTitleToPixels(benchmark::State &state)
 }
 BENCHMARK(NewTitleToPixels)->Apply(sizes);
 
+// Nearly every tab makes room.
+void WindowMoreAndLessToPixels(benchmark::State &state)
+{
+    Bar bar(state.range(0));
+    simulated::Window window;
+    window.hash = 0x2000000;
+    window.title = "A window more";
+    bool open = false;
+    for (auto _ : state) {
+        state.PauseTiming();
+        if (open)
+            bar.desktop.applications.closeWindow(1000, window.hash);
+        else
+            bar.desktop.applications.openWindow(1000, window);
+        open = !open;
+        bar.model.refresh();
+        state.ResumeTiming();
+        bar.view->updateFromModel();
+        QApplication::processEvents();
+    }
+}
+BENCHMARK(WindowMoreAndLessToPixels)->Apply(sizes);
+
 void DrawWholeBar(benchmark::State &state)
 {
     Bar bar(state.range(0));

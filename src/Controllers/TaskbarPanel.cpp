@@ -1,8 +1,10 @@
 #include "Controllers/TaskbarPanel.h"
 
 #include "Controllers/FadeEffect.h"
+#include "Views/Metrics.h"
 
 #include <QResizeEvent>
+#include <algorithm>
 #include <cmath>
 
 namespace korvane {
@@ -20,7 +22,10 @@ TaskbarPanel::TaskbarPanel(AppModel &model, ViewServices &services, platform::Pl
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_AlwaysShowToolTips);
     content->setGraphicsEffect(fade);
-    connect(content, &TaskbarView::drawnRegionChanged, this, &TaskbarPanel::applyShape);
+    connect(content, &TaskbarView::drawnRegionChanged, this, [this] {
+        applyGeometry();
+        applyShape();
+    });
     setPanelHeight(PanelGeometry::barHeight);
     setTranslucent(platform.panels.translucencyAvailable());
 }
@@ -33,7 +38,13 @@ platform::Rect TaskbarPanel::frame() const
 void TaskbarPanel::setPanelHeight(double newHeight)
 {
     currentHeight = newHeight;
-    const int pixels = static_cast<int>(std::lround(newHeight));
+    applyGeometry();
+}
+
+void TaskbarPanel::applyGeometry()
+{
+    const int whole = static_cast<int>(std::lround(currentHeight));
+    const int pixels = std::clamp(content->shownHeight(), std::min(whole, metrics::barHeight), whole);
     setGeometry(screenRectangle.x(), screenRectangle.y() + screenRectangle.height() - pixels, screenRectangle.width(),
                 pixels);
 }

@@ -21,7 +21,7 @@ public:
 
     TaskbarView &view() { return *content; }
     const platform::Screen &screen() const { return panelScreen; }
-    // In points.
+    // In points. The window itself is only as tall as what it shows: the room of tucked rows costs no pixels.
     double panelHeight() const { return currentHeight; }
     // At once, keeping the bottom edge.
     void setPanelHeight(double height);
@@ -46,6 +46,7 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
+    void applyGeometry();
     void applyShape();
     void showOpacity();
 

@@ -13,6 +13,7 @@
 #include <QPixmapCache>
 #include <algorithm>
 #include <cmath>
+#include <tuple>
 
 namespace korvane {
 namespace {
@@ -88,6 +89,40 @@ void paintEndCap(QPainter &painter, const QRectF &rectangle)
     painter.setFont(systemFont(metrics::endCapFontSize));
     painter.drawText(rectangle, Qt::AlignCenter, QStringLiteral("_"));
     painter.restore();
+}
+
+void paintRoundedFill(QPainter &painter, const QRect &rectangle, int radius, const QColor &color)
+{
+    if (rectangle.width() < 2 * radius || rectangle.height() < 2 * radius) {
+        painter.fillRect(rectangle, color);
+        return;
+    }
+    static QPixmap disc;
+    static std::tuple<int, QRgb, double> drawn;
+    const double ratio = painter.device()->devicePixelRatioF();
+    const std::tuple wanted(radius, color.rgba(), ratio);
+    if (disc.isNull() || drawn != wanted) {
+        drawn = wanted;
+        disc = QPixmap(QSize(2 * radius, 2 * radius) * ratio);
+        disc.setDevicePixelRatio(ratio);
+        disc.fill(Qt::transparent);
+        QPainter round(&disc);
+        round.setRenderHint(QPainter::Antialiasing);
+        round.setPen(Qt::NoPen);
+        round.setBrush(color);
+        round.drawEllipse(0, 0, 2 * radius, 2 * radius);
+    }
+    const int side = static_cast<int>(radius * ratio);
+    const int right = rectangle.right() + 1 - radius, bottom = rectangle.bottom() + 1 - radius;
+    painter.drawPixmap(rectangle.topLeft(), disc, QRect(0, 0, side, side));
+    painter.drawPixmap(QPoint(right, rectangle.top()), disc, QRect(side, 0, side, side));
+    painter.drawPixmap(QPoint(rectangle.left(), bottom), disc, QRect(0, side, side, side));
+    painter.drawPixmap(QPoint(right, bottom), disc, QRect(side, side, side, side));
+    const int inner = rectangle.width() - 2 * radius;
+    painter.fillRect(rectangle.left() + radius, rectangle.top(), inner, radius, color);
+    painter.fillRect(rectangle.left(), rectangle.top() + radius, rectangle.width(), rectangle.height() - 2 * radius,
+                     color);
+    painter.fillRect(rectangle.left() + radius, bottom, inner, radius, color);
 }
 
 void paintStrip(QPainter &painter, const QRectF &rectangle, const QColor &color)

@@ -150,9 +150,8 @@ void TaskButton::paintEvent(QPaintEvent *)
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF whole = rect();
 
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(toColor(look.color.value_or(Rgb{1, 1, 1}), look.fillOpacity));
-    painter.drawRoundedRect(whole, metrics::buttonRadius, metrics::buttonRadius);
+    paintRoundedFill(painter, rect(), metrics::buttonRadius,
+                     toColor(look.color.value_or(Rgb{1, 1, 1}), look.fillOpacity));
 
     painter.setPen(Qt::white);
     paintIcon(painter,

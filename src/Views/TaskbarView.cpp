@@ -228,6 +228,14 @@ void TaskbarView::clickedLock()
     updateFromModel();
 }
 
+int TaskbarView::shownHeight() const
+{
+    int top = places.mainRow.top();
+    for (const CardPlace &card : places.cards)
+        top = std::min(top, card.shown.top());
+    return places.mainRow.bottom() + 1 - top;
+}
+
 QRegion TaskbarView::drawnRegion() const
 {
     QRegion region(mainRow->geometry());

@@ -50,6 +50,8 @@ public:
     const TaskbarGeometry &geometryOfBar() const { return places; }
     // Null when no entry has that identifier.
     TaskButton *button(const std::string &entryID) const;
+    // From the lower edge to the upper edge of the highest card: what the view shows of a panel that is taller.
+    int shownHeight() const;
     // The part of the view that is drawn; the rest belongs to the desktop behind it.
     QRegion drawnRegion() const;
 

@@ -54,6 +54,10 @@ class BarCase(unittest.TestCase):
         self.desktop = PrivateDesktop(screens=self.screens, window_manager=WINDOW_MANAGER, compositor=self.compositor)
         self.desktop.__enter__()
         self.addCleanup(self.desktop.__exit__, None, None, None)
+        self.write_settings()
+
+    def write_settings(self):
+        """For the next start of the bar."""
         place = os.path.join(self.desktop.environment["XDG_CONFIG_HOME"], "korvane")
         os.makedirs(place, mode=0o700, exist_ok=True)
         with open(os.path.join(place, "defaults.plist"), "wb") as file:

@@ -353,6 +353,10 @@ class PrivateDesktop:
     def minimise(self, identifier):
         self._ask_window_manager(identifier, "WM_CHANGE_STATE", [ICONIC_STATE, 0, 0, 0, 0])
 
+    def maximise(self, identifier):
+        both = [self.x.intern_atom("_NET_WM_STATE_MAXIMIZED_" + way) for way in ("VERT", "HORZ")]
+        self._ask_window_manager(identifier, "_NET_WM_STATE", [1, *both, 2, 0])
+
     def _ask_window_manager(self, identifier, message, data):
         event = xevent.ClientMessage(window=self.window(identifier), client_type=self.x.intern_atom(message),
                                      data=(32, data))

@@ -5,10 +5,7 @@
 #include <algorithm>
 #include <utility>
 #include <vector>
-// The header names a member after a keyword of this language.
-#define explicit explicit_interest
 #include <xcb/xinput.h>
-#undef explicit
 
 namespace korvane::platform {
 namespace {
@@ -29,8 +26,11 @@ struct X11Events::Observers {
     // Asks the server for what somebody waits for and for no more, so that a moving pointer wakes nobody in vain.
     void select()
     {
-        const std::uint32_t wanted = (presses.empty() ? 0U : XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS)
-                                     | (motions.empty() ? 0U : XCB_INPUT_XI_EVENT_MASK_RAW_MOTION);
+        std::uint32_t wanted = 0;
+        if (!presses.empty())
+            wanted |= XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS;
+        if (!motions.empty())
+            wanted |= XCB_INPUT_XI_EVENT_MASK_RAW_MOTION;
         if (!connection || wanted == selected)
             return;
         selected = wanted;
