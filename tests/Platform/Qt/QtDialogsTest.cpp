@@ -4,6 +4,7 @@
 #include "Platform/Qt/AlertBox.h"
 
 #include <QApplication>
+#include <QColorDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -12,6 +13,7 @@
 #include <QTimer>
 #include <functional>
 #include <gtest/gtest.h>
+#include <vector>
 
 namespace korvane::platform {
 namespace {
@@ -159,6 +161,73 @@ TEST(QtDialogs, TheWindowIsLiftedAsAnAlertThatTakesKeys)
     EXPECT_TRUE(panels.takesKeys);
     EXPECT_NE(panels.applied, 0u);
     EXPECT_EQ(panels.front, panels.applied);
+}
+
+TEST(QtDialogs, ALineToTypeInHasTheKeysAndGivesItsTextBack)
+{
+    AlertField field;
+    field.text = "📁";
+    field.placeholder = "folder";
+    Alert alert = question;
+    alert.field = &field;
+    const int answer = answerOf(alert, [](AlertBox &box) {
+        auto *line = box.findChild<QLineEdit *>();
+        ASSERT_TRUE(line);
+        EXPECT_EQ(line->size(), QSize(220, 24));
+        EXPECT_EQ(line->text(), "📁");
+        EXPECT_EQ(line->placeholderText(), "folder");
+        EXPECT_EQ(box.focusWidget(), line);
+        // What was there is selected and gives way.
+        QTest::keyClicks(line, "Ab");
+        QTest::keyClick(line, Qt::Key_Return);
+    });
+    EXPECT_EQ(answer, 1000);
+    EXPECT_EQ(field.text, "Ab");
+}
+
+class ColorPanels : public ::testing::Test {
+protected:
+    QColorDialog *panel()
+    {
+        QColorDialog *found = nullptr;
+        for (QWidget *window : QApplication::topLevelWidgets())
+            if (auto *dialog = qobject_cast<QColorDialog *>(window)) {
+                EXPECT_FALSE(found) << "there is only one";
+                found = dialog;
+            }
+        return found;
+    }
+
+    std::vector<Rgb> first, second;
+    QtDialogs dialogs{nullptr};
+};
+
+TEST_F(ColorPanels, ThePanelTellsOfEveryColourAndBlocksNothing)
+{
+    dialogs.openColorPanel(Rgb{1, 0, 0}, [this](const Rgb &color) { first.push_back(color); });
+    ASSERT_TRUE(panel());
+    EXPECT_TRUE(panel()->isVisible());
+    EXPECT_FALSE(panel()->isModal());
+    EXPECT_FALSE(panel()->testOption(QColorDialog::ShowAlphaChannel));
+    EXPECT_EQ(panel()->currentColor(), QColor(Qt::red));
+    EXPECT_TRUE(first.empty());
+    panel()->setCurrentColor(Qt::blue);
+    panel()->setCurrentColor(Qt::green);
+    EXPECT_EQ(first, (std::vector<Rgb>{{0, 0, 1}, {0, 1, 0}}));
+}
+
+TEST_F(ColorPanels, OnlyTheLastOneWhoOpenedItHearsOfColours)
+{
+    dialogs.openColorPanel(Rgb{1, 0, 0}, [this](const Rgb &color) { first.push_back(color); });
+    dialogs.openColorPanel(Rgb{0, 1, 0}, [this](const Rgb &color) { second.push_back(color); });
+    EXPECT_TRUE(first.empty());
+    EXPECT_TRUE(second.empty());
+    panel()->setCurrentColor(Qt::blue);
+    EXPECT_TRUE(first.empty());
+    EXPECT_EQ(second.size(), 1u);
+    // Without an initial colour it keeps its own.
+    dialogs.openColorPanel(std::nullopt, [](const Rgb &) {});
+    EXPECT_EQ(panel()->currentColor(), QColor(Qt::blue));
 }
 
 TEST(AlertBox, AControlOfTheCallersStandsInIt)
