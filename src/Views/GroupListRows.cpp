@@ -32,6 +32,7 @@ int widthFor(const QString &text, const QFont &font, int surroundings)
 void drawTitle(QPainter &painter, const QRect &place, const QString &text, const QFont &font)
 {
     painter.setFont(font);
+    painter.setLayoutDirection(Qt::LayoutDirectionAuto);
     painter.drawText(place, Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter | Qt::TextSingleLine,
                      QFontMetrics(font).elidedText(text, Qt::ElideRight, place.width()));
 }
@@ -96,7 +97,7 @@ void GroupListHeader::resizeEvent(QResizeEvent *event)
 {
     ListButton::resizeEvent(event);
     if (field)
-        field->setGeometry(textRectangle());
+        field->setGeometry(textRectangle().adjusted(-metrics::fieldTextMargin, 0, 0, 0));
 }
 
 Menu GroupListHeader::contextMenu() const

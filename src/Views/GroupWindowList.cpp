@@ -160,6 +160,9 @@ void GroupWindowList::arrangeScrolling()
         scroll->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
         scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         scroll->viewport()->setAutoFillBackground(false);
+        scroll->verticalScrollBar()->setPalette(QPalette(Qt::white, metrics::popoverControl, metrics::popoverControl,
+                                                         metrics::popoverTrack, metrics::popoverControl, Qt::white,
+                                                         Qt::white, metrics::popoverTrack, metrics::popoverTrack));
         column->replaceWidget(rowArea, scroll);
         scroll->setWidget(rowArea);
         rowArea->setAutoFillBackground(false);

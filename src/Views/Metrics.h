@@ -81,6 +81,8 @@ inline constexpr int popoverGap = 4;  // to the control and to the screen's edge
 inline constexpr int popoverFontSize = 13;
 inline constexpr QColor popoverGround(38, 40, 46, 250);
 inline constexpr QColor popoverStroke(255, 255, 255, 46);
+inline constexpr QColor popoverControl(84, 88, 98);  // a scroll bar and its track
+inline constexpr QColor popoverTrack(52, 55, 62);
 
 // A group's window list
 inline constexpr int listSpacing = 4;
@@ -97,6 +99,7 @@ inline constexpr double rowFocusOpacity = 0.12;  // of white
 inline constexpr int headerTopPadding = 6;
 inline constexpr int headerIconSize = 22;
 inline constexpr double headerChevronSize = 10;
+inline constexpr int fieldTextMargin = 2;  // of the toolkit's, between a field's edge and its text
 inline constexpr double secondaryOpacity = 0.55;
 inline constexpr int hideAllRowHeight = 30;
 inline constexpr double hideAllRowSymbolSize = 13;

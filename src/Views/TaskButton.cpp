@@ -162,7 +162,8 @@ void TaskButton::paintEvent(QPaintEvent *)
     painter.setFont(font());
     const QRectF text = textRectangle();
     painter.setClipRect(text);
-    // From the left also where it is read from the right: it belongs beside its icon.
+    // A title that is read from the right has its own end on the left, yet it too stands beside its icon.
+    painter.setLayoutDirection(Qt::LayoutDirectionAuto);
     painter.drawText(text, Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter | Qt::TextSingleLine, elidedText());
     painter.setClipping(false);
     if (look.chevron)
