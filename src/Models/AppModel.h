@@ -180,6 +180,11 @@ public:
     void setDefaultAppColorName(const std::optional<std::string> &name, const std::string &bundleIdentifier,
                                 const std::vector<std::string> &liveIDs);
 
+    // ------------------------------------------------------------------------------------------------ favorites
+    // Adds the application, once, to the end. A custom group is of no one application and adds nothing.
+    void addToFavorites(const RunningAppItem &item);
+    void addToFavorites(const RunningAppGroup &group);
+
     // ------------------------------------------------------------------------------------------------ permission
     void requestAccessibilityPermission();
     void openAccessibilitySettings();
@@ -262,6 +267,8 @@ private:
     void pruneColors(const std::vector<RunningAppItem> &sorted);
     const AppMetadata &appMetadata(const platform::Application &application);
     const RunningAppItem *taskWithID(std::string_view id) const;
+
+    void addFavorite(StartFavorite favorite);
 
     // Order, groups and closing
     void ungroup(const std::vector<RunningAppItem> &windows);

@@ -1,5 +1,7 @@
 #include "Models/TabColors.h"
 
+#include "Platform/Platform.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -64,6 +66,15 @@ std::optional<std::string> groupColorName(const ColorNames &liveTabColors, const
         return std::nullopt;
     const auto first = liveTabColors.find(group.windows.front().id);
     return first == liveTabColors.end() ? std::nullopt : std::optional(first->second);
+}
+
+void pickColor(platform::Platform &platform, const std::optional<std::string> &initialStored,
+                          std::function<void(const std::string &)> apply)
+{
+    platform.loop.post(
+        [&dialogs = platform.dialogs, initial = storedTabColor(initialStored), apply = std::move(apply)] {
+            dialogs.openColorPanel(initial, [apply](const Rgb &color) { apply(storedCustomColor(color)); });
+        });
 }
 
 }  // namespace korvane::TabColors

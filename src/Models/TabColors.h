@@ -2,20 +2,22 @@
 #pragma once
 
 #include "Models/Records.h"
+#include "Platform/Color.h"
 
 #include <array>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
 #include <string_view>
 
+namespace korvane::platform {
+struct Platform;
+}
+
 namespace korvane {
 
-// Red, green and blue from 0 to 1, in sRGB.
-struct Rgb {
-    double red = 0, green = 0, blue = 0;
-    friend bool operator==(const Rgb &, const Rgb &) = default;
-};
+using platform::Rgb;
 
 using ColorNames = std::map<std::string, std::string>;  // task or group id, or bundle identifier, to colour text
 
@@ -49,6 +51,10 @@ std::string storedCustomColor(const Rgb &color);
 Rgb settingsStripColor(std::string_view text);
 // What a group's button wears: its own colour, or for an automatic group that of its first window.
 std::optional<std::string> groupColorName(const ColorNames &liveTabColors, const RunningAppGroup &group);
+// Opens the colour panel at the next turn, when a menu that asked for it has closed, with that stored colour. `apply`
+// is given every colour that is tried in it, as a stored colour, until the panel is asked for by somebody else.
+void pickColor(platform::Platform &platform, const std::optional<std::string> &initialStored,
+               std::function<void(const std::string &)> apply);
 
 }  // namespace TabColors
 }  // namespace korvane

@@ -68,9 +68,12 @@ inline constexpr int buttonFontSize = 12;
 inline constexpr int buttonRadius = 4;
 inline constexpr double stripHeight = 2;
 inline constexpr double stripPadding = 7;
-inline constexpr int countFontSize = 10;
-inline constexpr double countOpacity = 0.65;
 inline constexpr double glyphFontScale = 0.64;  // of the icon's square
+inline constexpr double chevronSize = 8;
+inline constexpr double chevronOpacity = 0.65;
+inline constexpr int closeGlyphSide = 11;
+inline constexpr double closeGlyphSize = 5;
+inline constexpr double closeGlyphOpacity = 0.55;
 
 // A panel above the control it belongs to
 inline constexpr double popoverRadius = 8;
@@ -78,6 +81,25 @@ inline constexpr int popoverGap = 4;  // to the control and to the screen's edge
 inline constexpr int popoverFontSize = 13;
 inline constexpr QColor popoverGround(38, 40, 46, 250);
 inline constexpr QColor popoverStroke(255, 255, 255, 46);
+
+// A group's window list
+inline constexpr int listSpacing = 4;
+inline constexpr int listPadding = 4;
+inline constexpr int listDividerHeight = 1;
+inline constexpr int listWidth = 220;       // at least
+inline constexpr int widestListText = 420;  // what is longer is cut
+inline constexpr int listScrollHeight = 420;
+inline constexpr int rowHeight = 28;
+inline constexpr int rowPadding = 8;
+inline constexpr int rowSpacing = 8;
+inline constexpr int rowIconSize = 20;
+inline constexpr double rowFocusOpacity = 0.12;  // of white
+inline constexpr int headerTopPadding = 6;
+inline constexpr int headerIconSize = 22;
+inline constexpr double headerChevronSize = 10;
+inline constexpr double secondaryOpacity = 0.55;
+inline constexpr int hideAllRowHeight = 30;
+inline constexpr double hideAllRowSymbolSize = 13;
 
 // Changes of height
 inline constexpr double heightAnimationSeconds = 0.1;

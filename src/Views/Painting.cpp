@@ -1,12 +1,16 @@
 #include "Views/Painting.h"
 
 #include "Platform/Qt/QtImages.h"
+#include "Platform/Qt/Symbols.h"
 #include "Views/Metrics.h"
+#include "Views/TitleText.h"
 
 #include <QFontDatabase>
 #include <QLinearGradient>
+#include <QPaintDevice>
 #include <QPainter>
 #include <QPainterPath>
+#include <QPixmapCache>
 #include <algorithm>
 #include <cmath>
 #include <tuple>
@@ -129,6 +133,35 @@ void paintStrip(QPainter &painter, const QRectF &rectangle, const QColor &color)
     painter.setBrush(color);
     painter.drawRoundedRect(rectangle, rectangle.height() / 2, rectangle.height() / 2);
     painter.restore();
+}
+
+QPixmap symbolPixmap(const QString &name, double size, double devicePixelRatio)
+{
+    const int side = static_cast<int>(std::ceil(size * devicePixelRatio));
+    const QString key = QStringLiteral("korvane %1 %2 %3").arg(name).arg(side).arg(devicePixelRatio);
+    QPixmap pixmap;
+    if (!QPixmapCache::find(key, &pixmap)) {
+        pixmap = QPixmap::fromImage(platform::symbolImage(name.toStdString(), side, Qt::white));
+        pixmap.setDevicePixelRatio(devicePixelRatio);
+        QPixmapCache::insert(key, pixmap);
+    }
+    return pixmap;
+}
+
+void paintIcon(QPainter &painter, const QRectF &square, const platform::ImagePtr &icon, const std::string &glyph,
+               IconPixmaps &icons)
+{
+    if (!glyph.empty()) {
+        painter.setFont(systemFont(static_cast<int>(square.width() * metrics::glyphFontScale)));
+        painter.drawText(square, Qt::AlignCenter, displayText(glyph));
+        return;
+    }
+    const QPixmap pixmap = icons.pixmap(icon, static_cast<int>(square.width()), painter.device()->devicePixelRatioF());
+    if (pixmap.isNull())
+        return;
+    const QSizeF size = pixmap.deviceIndependentSize();
+    painter.drawPixmap(QPointF(square.center().x() - size.width() / 2, square.center().y() - size.height() / 2),
+                       pixmap);
 }
 
 void paintNotificationMark(QPainter &painter, const NotificationMark &mark)

@@ -31,6 +31,13 @@ void paintRoundedFill(QPainter &painter, const QRect &rectangle, int radius, con
 // A capsule.
 void paintStrip(QPainter &painter, const QRectF &rectangle, const QColor &color);
 
+// One of the symbols in white, in a square of that many points; it is made once and kept for a while.
+QPixmap symbolPixmap(const QString &name, double size, double devicePixelRatio);
+// A group's icon: its glyph as text, or else its picture.
+class IconPixmaps;
+void paintIcon(QPainter &painter, const QRectF &square, const platform::ImagePtr &icon, const std::string &glyph,
+               IconPixmaps &icons);
+
 void paintNotificationMark(QPainter &painter, const NotificationMark &mark);
 
 // Pictures scaled once for each size they are drawn at, and forgotten with the last record that holds them.

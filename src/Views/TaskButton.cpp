@@ -1,16 +1,23 @@
 #include "Views/TaskButton.h"
 
+#include "Views/AccessibleTask.h"
+#include "Views/CloseGlyph.h"
+#include "Views/ContextMenu.h"
 #include "Views/Metrics.h"
+#include "Views/RunningAppButton.h"
+#include "Views/RunningAppGroupButton.h"
 #include "Views/TitleText.h"
 
 #include <QHelpEvent>
+#include <QMenu>
 #include <QPainter>
 #include <QToolTip>
 
 namespace korvane {
 
-TaskButton::TaskButton(IconPixmaps &iconPixmaps, QWidget *parent) : QAbstractButton(parent), icons(iconPixmaps)
+TaskButton::TaskButton(const TaskButtonHost &buttonHost, QWidget *parent) : QAbstractButton(parent), host(buttonHost)
 {
+    installTaskAccessibility();
     setFocusPolicy(Qt::NoFocus);
     setFont(systemFont(metrics::buttonFontSize));
     setAttribute(Qt::WA_AlwaysShowToolTips);
@@ -27,8 +34,18 @@ void TaskButton::setLook(TaskButtonLook newLook)
     }
     if (look.toolTip != newLook.toolTip)
         setToolTip(displayText(newLook.toolTip));
-    if (look.windowCount != newLook.windowCount)
+    if (look.chevron != newLook.chevron)
         elidedIsValid = false;
+    if (newLook.closeGlyph && !closeGlyph) {
+        closeGlyph = new CloseGlyph(this);
+        closeGlyph->place();
+        closeGlyph->show();
+        // At the next turn: a question may follow, and the button may go while it is being asked.
+        connect(
+            closeGlyph, &QAbstractButton::clicked, this, [this] { closeGlyphPressed(); }, Qt::QueuedConnection);
+    } else if (!newLook.closeGlyph) {
+        delete std::exchange(closeGlyph, nullptr);
+    }
     look = std::move(newLook);
     update();
 }
@@ -37,6 +54,8 @@ QSize TaskButton::sizeHint() const
 {
     return {metrics::buttonHeight * 4, metrics::buttonHeight};
 }
+
+// ---------------------------------------------------------------------------------------------------- input
 
 bool TaskButton::event(QEvent *event)
 {
@@ -49,49 +68,80 @@ bool TaskButton::event(QEvent *event)
     return QAbstractButton::event(event);
 }
 
+void TaskButton::contextMenuEvent(QContextMenuEvent *event)
+{
+    openMenuAt(event->x());
+}
+
+void TaskButton::openMenu()
+{
+    openMenuAt(width() / 2);
+}
+
+void TaskButton::openMenuAt(int x)
+{
+    openUpwards(*makeContextMenu(contextMenu(), *this), mapToGlobal(QPoint(x, 0)));
+}
+
+void TaskButton::mousePressEvent(QMouseEvent *event)
+{
+    dragStart.pressed(*event);
+    QAbstractButton::mousePressEvent(event);
+}
+
+void TaskButton::mouseMoveEvent(QMouseEvent *event)
+{
+    if (!host.beginDrag || !dragStart.begins(*event)) {
+        QAbstractButton::mouseMoveEvent(event);
+        return;
+    }
+    // What has become a drag is no click any more.
+    setDown(false);
+    const Drag carried = drag();
+    host.beginDrag(*this, carried.id, carried.windowIDs);
+    // The button may be gone by now.
+}
+
+// ---------------------------------------------------------------------------------------------------- drawing
+
 void TaskButton::resizeEvent(QResizeEvent *event)
 {
     elidedIsValid = false;
+    if (closeGlyph)
+        closeGlyph->place();
     QAbstractButton::resizeEvent(event);
-}
-
-QString TaskButton::countText() const
-{
-    return look.windowCount > 1 ? QString::number(look.windowCount) : QString();
 }
 
 QRectF TaskButton::textRectangle() const
 {
     const double left = metrics::buttonPadding + metrics::buttonIconSize + metrics::iconTextSpacing;
     double right = width() - metrics::buttonPadding;
-    if (const QString count = countText(); !count.isEmpty())
-        right -=
-            QFontMetricsF(systemFont(metrics::countFontSize, true)).horizontalAdvance(count) + metrics::iconTextSpacing;
+    if (look.chevron)
+        right -= metrics::iconTextSpacing + metrics::chevronSize;
     return {left, 0, std::max(0.0, right - left), static_cast<double>(height())};
 }
 
 const QString &TaskButton::elidedText()
 {
     if (!elidedIsValid) {
-        elided = QFontMetricsF(font()).elidedText(shownText, Qt::ElideRight, textRectangle().width());
+        const QFontMetricsF measure(font());
+        elided = measure.elidedText(shownText, Qt::ElideRight, textRectangle().width());
+        elidedWidth = measure.horizontalAdvance(elided);
         elidedIsValid = true;
     }
     return elided;
 }
 
-void TaskButton::paintIcon(QPainter &painter, const QRectF &square)
+// Right behind the text, wherever that ends.
+void TaskButton::paintChevron(QPainter &painter, const QRectF &text)
 {
-    if (!look.glyph.empty()) {
-        painter.setFont(systemFont(static_cast<int>(square.width() * metrics::glyphFontScale)));
-        painter.drawText(square, Qt::AlignCenter, displayText(look.glyph));
-        return;
-    }
-    const QPixmap pixmap = icons.pixmap(look.icon, metrics::buttonIconSize, devicePixelRatioF());
-    if (pixmap.isNull())
-        return;
-    const QSizeF size = pixmap.deviceIndependentSize();
-    painter.drawPixmap(QPointF(square.center().x() - size.width() / 2, square.center().y() - size.height() / 2),
-                       pixmap);
+    const double ratio = devicePixelRatioF();
+    const double x = text.left() + std::min(elidedWidth, text.width()) + metrics::iconTextSpacing;
+    const double y = (height() - metrics::chevronSize) / 2;
+    painter.setOpacity(metrics::chevronOpacity);
+    painter.drawPixmap(QPointF(std::round(x * ratio) / ratio, std::round(y * ratio) / ratio),
+                       symbolPixmap(QStringLiteral("chevron.up.bold"), metrics::chevronSize, ratio));
+    painter.setOpacity(1);
 }
 
 void TaskButton::paintEvent(QPaintEvent *)
@@ -104,20 +154,20 @@ void TaskButton::paintEvent(QPaintEvent *)
                      toColor(look.color.value_or(Rgb{1, 1, 1}), look.fillOpacity));
 
     painter.setPen(Qt::white);
-    paintIcon(painter, {metrics::buttonPadding, (height() - metrics::buttonIconSize) / 2.0, metrics::buttonIconSize,
-                        metrics::buttonIconSize});
+    paintIcon(painter,
+              {metrics::buttonPadding, (height() - metrics::buttonIconSize) / 2.0, metrics::buttonIconSize,
+               metrics::buttonIconSize},
+              look.icon, look.glyph, host.services.icons);
 
     painter.setFont(font());
     const QRectF text = textRectangle();
     painter.setClipRect(text);
-    painter.drawText(text, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, elidedText());
+    // From the left also where it is read from the right: it belongs beside its icon.
+    painter.drawText(text, Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter | Qt::TextSingleLine, elidedText());
     painter.setClipping(false);
+    if (look.chevron)
+        paintChevron(painter, text);
 
-    if (const QString count = countText(); !count.isEmpty()) {
-        painter.setFont(systemFont(metrics::countFontSize, true));
-        painter.setPen(QColor::fromRgbF(1, 1, 1, static_cast<float>(metrics::countOpacity)));
-        painter.drawText(whole.adjusted(0, 0, -metrics::buttonPadding, 0), Qt::AlignRight | Qt::AlignVCenter, count);
-    }
     if (look.strip) {
         const double y = look.stripAtTop ? 0 : height() - metrics::stripHeight;
         paintStrip(painter, {metrics::stripPadding, y, width() - 2 * metrics::stripPadding, metrics::stripHeight},
@@ -125,6 +175,17 @@ void TaskButton::paintEvent(QPaintEvent *)
     }
     if (const auto mark = NotificationMarks::ofStyle(look.markStyle, NotificationMarks::taskbarSize))
         paintNotificationMark(painter, *mark);
+}
+
+TaskButton *makeTaskButton(const TaskButtonHost &host, const TaskbarEntry &entry, bool stripAtTop, QWidget *parent)
+{
+    TaskButton *button = nullptr;
+    if (entry.group)
+        button = new RunningAppGroupButton(host, parent);
+    else
+        button = new RunningAppButton(host, parent);
+    button->setEntry(entry, stripAtTop);
+    return button;
 }
 
 }  // namespace korvane

@@ -1,6 +1,7 @@
 #include "Views/TaskButtonLook.h"
 
 #include "Models/StripRules.h"
+#include "Models/TaskMenus.h"
 #include "Views/Metrics.h"
 
 #include <algorithm>
@@ -34,6 +35,7 @@ TaskButtonLook ofItem(const AppModel &model, const RunningAppItem &item, bool st
     TaskButtonLook look;
     look.text = item.name;
     look.toolTip = item.name;
+    look.closeGlyph = settings.showCloseGlyph;
     look.icon = item.icon;
     look.isActive = item.isActive;
     look.stripAtTop = stripAtTop;
@@ -50,12 +52,13 @@ TaskButtonLook ofGroup(const AppModel &model, const RunningAppGroup &group, bool
     const SettingsValues &settings = model.settings();
     TaskButtonLook look;
     look.text = group.displayName();
-    look.toolTip = "Show " + group.appName + " windows";
+    look.toolTip = GroupButtons::toolTip(group);
     look.icon = group.icon;
     look.glyph = group.customIconGlyph.value_or("");
     look.isActive = group.isActive();
     look.stripAtTop = stripAtTop;
-    look.windowCount = group.windows.size();
+    look.chevron = GroupButtons::showsChevron(group);
+    look.closeGlyph = settings.showCloseGlyph;
     if (std::any_of(group.windows.begin(), group.windows.end(),
                     [](const RunningAppItem &item) { return item.hasNotificationBadge; }))
         look.markStyle = settings.notificationBadgeStyle;
@@ -67,11 +70,19 @@ TaskButtonLook ofGroup(const AppModel &model, const RunningAppGroup &group, bool
     return look;
 }
 
-TaskButtonLook ofEntry(const AppModel &model, const TaskbarEntry &entry, bool stripAtTop)
+TaskButtonLook ofWindowRow(const AppModel &model, const RunningAppItem &item)
 {
-    if (entry.group)
-        return ofGroup(model, *entry.group, stripAtTop);
-    return entry.item ? ofItem(model, *entry.item, stripAtTop) : TaskButtonLook();
+    const SettingsValues &settings = model.settings();
+    TaskButtonLook look;
+    look.text = item.name;
+    look.icon = item.icon;
+    look.closeGlyph = settings.showCloseGlyph;
+    if (item.hasNotificationBadge)
+        look.markStyle = settings.notificationBadgeStyle;
+    look.strip = drawn(
+        StripRules::task(settings.blueStripsEnabled, model.isActiveBlueStripWindow(item), model.isPreviousWindow(item)),
+        settings);
+    return look;
 }
 
 }  // namespace korvane::TaskButtonLooks

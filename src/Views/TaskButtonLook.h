@@ -25,8 +25,9 @@ struct TaskButtonLook {
     std::optional<Rgb> color;  // absent: white
     std::optional<Strip> strip;
     bool stripAtTop = false;
-    std::string markStyle;        // of the notification mark; empty for none
-    std::size_t windowCount = 0;  // shown from 2 on
+    std::string markStyle;  // of the notification mark; empty for none
+    bool chevron = false;   // it opens a list
+    bool closeGlyph = false;
     friend bool operator==(const TaskButtonLook &, const TaskButtonLook &) = default;
 };
 
@@ -34,7 +35,8 @@ namespace TaskButtonLooks {
 
 TaskButtonLook ofItem(const AppModel &model, const RunningAppItem &item, bool stripAtTop);
 TaskButtonLook ofGroup(const AppModel &model, const RunningAppGroup &group, bool stripAtTop);
-TaskButtonLook ofEntry(const AppModel &model, const TaskbarEntry &entry, bool stripAtTop);
+// Of a window in its group's list, which has neither fill nor colour.
+TaskButtonLook ofWindowRow(const AppModel &model, const RunningAppItem &item);
 
 }  // namespace TaskButtonLooks
 }  // namespace korvane

@@ -40,7 +40,11 @@ TaskbarView::TaskbarView(AppModel &appModel, ViewServices &viewServices, platfor
     connect(&mainRow->hideAll(), &QAbstractButton::clicked, this, [this] { model.hideVisibleWindows(); });
 }
 
-TaskbarView::~TaskbarView() = default;
+TaskbarView::~TaskbarView()
+{
+    // Before what they were lent.
+    qDeleteAll(findChildren<TaskButton *>());
+}
 
 TaskButton *TaskbarView::button(const std::string &entryID) const
 {
@@ -142,18 +146,19 @@ void TaskbarView::arrangeButtons()
         const TaskbarEntry &entry = current.entries[i];
         const TabPlace &place = places.places[i];
         QWidget *row = rowWidget(place.rowID);
+        const bool stripAtTop = place.rowID != mainRowID;
         TaskButton *task = nullptr;
         if (const auto known = buttons.find(entry.id); known != buttons.end()) {
             task = known->second;
             buttons.erase(known);
         } else {
-            task = new TaskButton(services.icons, row);
+            task = makeTaskButton(host, entry, stripAtTop, row);
         }
         if (task->parentWidget() != row)
             task->setParent(row);
         if (task->geometry() != place.rectangle)
             task->setGeometry(place.rectangle);
-        task->setLook(TaskButtonLooks::ofEntry(model, entry, place.rowID != mainRowID));
+        task->setEntry(entry, stripAtTop);
         if (task->isHidden())
             task->show();
         kept.emplace(entry.id, task);

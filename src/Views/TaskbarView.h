@@ -9,6 +9,7 @@
 #include "Models/TaskDrag.h"
 #include "Models/TaskResize.h"
 #include "Models/TaskbarPass.h"
+#include "Views/TaskButtonHost.h"
 #include "Views/TaskDropTargets.h"
 #include "Views/TaskbarGeometry.h"
 #include "Views/ViewServices.h"
@@ -96,6 +97,20 @@ private:
     ViewServices &services;
     platform::Platform &platform;
     std::function<void()> showSettings;
+    TaskButtonHost host{model,
+                        services,
+                        platform,
+                        [this](const std::string &dragID, const std::set<std::string> &windowIDs, bool first) {
+                            setTaskPosition(dragID, windowIDs, first);
+                        },
+                        [this] {
+                            if (showSettings)
+                                showSettings();
+                        },
+                        [this](const std::string &entryID) { armResize(entryID); },
+                        [this](QWidget &source, const std::string &dragID, const std::set<std::string> &windowIDs) {
+                            beginDrag(source, dragID, windowIDs);
+                        }};
     TaskbarLayout current;
     TaskbarGeometry places;
     int reportedRowCount = 0;

@@ -272,6 +272,12 @@ public:
 
     int runModal(const platform::Alert &alert, double horizontalCenterFraction) override;
 
+    void openColorPanel(const std::optional<platform::Rgb> &initial,
+                        std::function<void(const platform::Rgb &)> changed) override
+    {
+        panels.push_back({initial, std::move(changed)});
+    }
+
     // What every alert answers for which nothing is queued: 1000 at first, the first button.
     void setResponse(int response) { usual = response; }
     void queueResponse(int response) { queued.push_back(response); }
@@ -283,6 +289,12 @@ public:
         double horizontalCenterFraction;
     };
     const std::vector<Shown> &shown() const { return alerts; }
+    struct ColorPanel {
+        std::optional<platform::Rgb> initial;
+        std::function<void(const platform::Rgb &)> changed;  // of the panel that is open, the last one
+    };
+    // In the order of asking.
+    const std::vector<ColorPanel> &colorPanels() const { return panels; }
 
 private:
     ActionLog &log;
@@ -290,6 +302,7 @@ private:
     std::deque<int> queued;
     std::function<void(const platform::Alert &)> whileOpen;
     std::vector<Shown> alerts;
+    std::vector<ColorPanel> panels;
 };
 
 }  // namespace korvane::simulated

@@ -133,6 +133,8 @@ Operations makeOperations()
          })},
         {"refreshAfterWindowStateChange",
          operation([](M &model, Step step) { model.refreshAfterWindowStateChange(step.at("immediate")); })},
+        {"addToFavoritesTask", onItem(&M::addToFavorites)},
+        {"addToFavoritesGroup", onGroup(&M::addToFavorites)},
         {"manualRefreshAndRepaint", plain(&M::manualRefreshAndRepaint)},
         {"refreshForStartMenuShow", plain(&M::refreshForStartMenuShow)},
         {"setTaskbarHidden", operation([](M &model, Step step) { model.setTaskbarHidden(step.at("hidden")); })},
