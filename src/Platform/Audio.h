@@ -1,7 +1,10 @@
 // The volume of the system's sound outputs, device by device and channel by channel.
 #pragma once
 
+#include "Platform/Subscription.h"
+
 #include <cstdint>
+#include <functional>
 #include <optional>
 
 namespace korvane::platform {
@@ -17,6 +20,8 @@ public:
     virtual std::optional<float> volume(std::uint32_t device, std::uint32_t element) = 0;
     // False when the device or the element is not there.
     virtual bool setVolume(std::uint32_t device, std::uint32_t element, float volume) = 0;
+    // Another output, or another volume, by whomever.
+    [[nodiscard]] virtual Subscription observeChanges(std::function<void()> callback) = 0;
 };
 
 }  // namespace korvane::platform

@@ -21,7 +21,7 @@ class ModelOnX11 : public X11Test, public ::testing::WithParamInterface<const ch
 protected:
     ModelOnX11()
         : simulatedApplications(simulated::Behaviour::passive, virtualLoop, actions),
-          launching(simulatedApplications, actions), dialogs(actions)
+          launching(simulatedApplications, actions), audio(virtualLoop), dialogs(actions)
     {}
 
     void start()

@@ -231,6 +231,8 @@ private:
 // Outputs with a volume by element; none at first.
 class SimulatedAudio final : public platform::AudioProperties {
 public:
+    explicit SimulatedAudio(VirtualLoop &mainLoop) : loop(mainLoop) {}
+
     std::optional<std::uint32_t> defaultOutput() override { return output; }
     bool hasVolume(std::uint32_t device, std::uint32_t element) override { return volumes.contains({device, element}); }
     std::optional<float> volume(std::uint32_t device, std::uint32_t element) override
@@ -246,10 +248,24 @@ public:
         found->second = volume;
         return true;
     }
+    [[nodiscard]] platform::Subscription observeChanges(std::function<void()> callback) override
+    {
+        return observers->add(std::move(callback));
+    }
+
+    // After a change from outside; the observers are told at the next turn.
+    void announceChange()
+    {
+        loop.post([told = observers] { told->emit(); });
+    }
 
     std::optional<std::uint32_t> output;
     std::map<std::pair<std::uint32_t, std::uint32_t>, float> volumes;  // by device and element
     std::set<std::uint32_t> unreadable, fixed;                         // elements
+
+private:
+    VirtualLoop &loop;
+    std::shared_ptr<Observers<>> observers = std::make_shared<Observers<>>();
 };
 
 class SimulatedBrightness final : public platform::Brightness {
