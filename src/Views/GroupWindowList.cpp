@@ -13,6 +13,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QVBoxLayout>
+#include <QWindow>
 #include <algorithm>
 
 namespace korvane {
@@ -64,6 +65,12 @@ GroupWindowList::GroupWindowList(const TaskButtonHost &listHost, const RunningAp
         model.minimizeAllWindows(chosen);
     });
     arrangeRows();
+}
+
+GroupWindowList::~GroupWindowList()
+{
+    // The children that go now still pass the keys on.
+    disconnect(keys);
 }
 
 ListButton *GroupWindowList::add(ListButton *button)
@@ -171,7 +178,13 @@ void GroupWindowList::arrangeScrolling()
     }
 }
 
-void GroupWindowList::focusMoved(QObject *child)
+void GroupWindowList::followKeys(QWindow &keyWindow)
+{
+    keys = connect(&keyWindow, &QWindow::focusObjectChanged, this, &GroupWindowList::keysMoved);
+    keysMoved(window()->focusWidget());
+}
+
+void GroupWindowList::keysMoved(QObject *child)
 {
     auto *button = qobject_cast<ListButton *>(child);
     if (button != highlighted) {

@@ -12,6 +12,7 @@
 
 class QScrollArea;
 class QVBoxLayout;
+class QWindow;
 
 namespace korvane {
 
@@ -25,10 +26,11 @@ class GroupWindowList final : public QWidget {
 
 public:
     GroupWindowList(const TaskButtonHost &host, const RunningAppGroup &group);
+    ~GroupWindowList() override;
 
     void setGroup(const RunningAppGroup &group);
-    // The keys are for that child from now on.
-    void focusMoved(QObject *child);
+    // Shows which child the keys of that window are for, from now on.
+    void followKeys(QWindow &window);
 
     GroupListHeader &heading() const { return *header; }
     // In the order of the list.
@@ -44,6 +46,7 @@ Q_SIGNALS:
     void menuClosed();
 
 private:
+    void keysMoved(QObject *child);
     void arrangeRows();
     void arrangeScrolling();
     GroupWindowRow *addRow(const RunningAppItem &item);
@@ -59,6 +62,7 @@ private:
     std::vector<GroupWindowRow *> rows;
     QPointer<ListButton> highlighted;
     QPointer<QWidget> focusedField;
+    QMetaObject::Connection keys;
 };
 
 }  // namespace korvane

@@ -59,6 +59,11 @@ bool RunningAppGroupButton::listIsOpen() const
     return popover && popover->isOpen();
 }
 
+GroupWindowList *RunningAppGroupButton::windowList() const
+{
+    return listIsOpen() ? list.data() : nullptr;
+}
+
 void RunningAppGroupButton::pressed()
 {
     if (listIsOpen())
@@ -88,8 +93,7 @@ void RunningAppGroupButton::openList()
     });
     popover->open(Popover::Keyboard::taken);
     if (QWindow *window = popover->windowHandle())
-        connect(window, &QWindow::focusObjectChanged, list, &GroupWindowList::focusMoved);
-    list->focusMoved(popover->focusWidget());
+        list->followKeys(*window);
     host.model.setGroupedListOpen(true, group.id);
 }
 

@@ -23,7 +23,7 @@ public:
 
     bool listIsOpen() const;
     // Null while it is closed.
-    GroupWindowList *windowList() const { return list; }
+    GroupWindowList *windowList() const;
 
 protected:
     Menu contextMenu() const override;

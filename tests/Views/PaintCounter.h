@@ -13,7 +13,7 @@ class PaintCounter final : public QObject {
 public:
     PaintCounter() { qApp->installEventFilter(this); }
     int count() const { return paints; }
-    // Of widgets of that class.
+    // Of widgets of that class and of those derived from it.
     template <typename Widget> int countOf() const { return counts.value(&Widget::staticMetaObject); }
     void reset()
     {
@@ -26,7 +26,8 @@ protected:
     {
         if (event->type() == QEvent::Paint && watched->isWidgetType()) {
             ++paints;
-            ++counts[watched->metaObject()];
+            for (const QMetaObject *type = watched->metaObject(); type; type = type->superClass())
+                ++counts[type];
         }
         return false;
     }
