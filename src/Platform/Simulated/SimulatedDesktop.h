@@ -22,7 +22,7 @@ public:
     explicit SimulatedDesktop(Behaviour behaviour = Behaviour::live)
         : applications(behaviour, loop, actions), accessibility(applications, actions), windowList(applications),
           screens(loop), pointer(screens, actions), events(loop), panels(loop), hotKeys(loop),
-          launching(applications, actions), dialogs(actions)
+          launching(applications, actions), audio(loop), dialogs(actions)
     {}
     SimulatedDesktop(const SimulatedDesktop &) = delete;
     SimulatedDesktop &operator=(const SimulatedDesktop &) = delete;
