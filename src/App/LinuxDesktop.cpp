@@ -22,7 +22,8 @@ xcb_connection_t *viewsConnection()
 
 LinuxDesktop::LinuxDesktop()
     : defaults(loop, platform::defaultsFile()), login(platform::autostartFile(), platform::runningExecutable()),
-      launching(catalogue, [] { return std::uint32_t{0}; })
+      launching(catalogue, [] { return std::uint32_t{0}; }), audio(loop),
+      brightness(loop, platform::logindBacklightWriter())
 {}
 
 std::unique_ptr<LinuxDesktop> LinuxDesktop::open(const std::string &display)
@@ -85,6 +86,8 @@ platform::Platform LinuxDesktop::platform()
             launching,
             text,
             icons,
+            audio,
+            brightness,
             *dialogs};
 }
 

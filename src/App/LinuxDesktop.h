@@ -2,11 +2,13 @@
 #pragma once
 
 #include "Platform/Icu/IcuText.h"
+#include "Platform/Linux/Backlight.h"
 #include "Platform/Linux/DesktopCatalogue.h"
 #include "Platform/Linux/GioLaunching.h"
 #include "Platform/Linux/IconTheme.h"
 #include "Platform/Linux/LauncherBadges.h"
 #include "Platform/Linux/PropertyListDefaults.h"
+#include "Platform/Linux/PulseAudio.h"
 #include "Platform/Linux/XdgLoginItem.h"
 #include "Platform/Platform.h"
 #include "Platform/Qt/QtDialogs.h"
@@ -40,6 +42,8 @@ private:
     platform::GioLaunching launching;
     platform::IcuText text;
     platform::QtIcons icons;
+    platform::PulseAudio audio;
+    platform::Backlight brightness;
     std::unique_ptr<platform::IconTheme> theme;  // made at the first icon
     std::unique_ptr<platform::X11Platform> windows;
     std::unique_ptr<platform::LauncherBadges> badges;

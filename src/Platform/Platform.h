@@ -3,6 +3,8 @@
 
 #include "Platform/Accessibility.h"
 #include "Platform/Applications.h"
+#include "Platform/Audio.h"
+#include "Platform/Brightness.h"
 #include "Platform/Defaults.h"
 #include "Platform/Dialogs.h"
 #include "Platform/Events.h"
@@ -32,6 +34,8 @@ struct Platform {
     Launching &launching;
     Text &text;
     Icons &icons;
+    AudioProperties &audio;
+    Brightness &brightness;
     Dialogs &dialogs;
 };
 

@@ -30,6 +30,25 @@ inline constexpr double hideAllSize = 10;
 inline constexpr double hideAllOpacity = 0.82;
 inline constexpr int bufferTrailingPadding = 10;
 
+inline constexpr int clockFontSize = 11;
+inline constexpr int clockTextDrop = 1;
+inline constexpr int clockShift = 1;  // to the left
+inline constexpr double brightnessSize = 11;
+inline constexpr double volumeSize = 10;
+inline constexpr double volumeStretch = 1.15;
+inline constexpr int sliderSpacing = 10;
+inline constexpr int sliderPadding = 12;
+inline constexpr int sliderWidth = 150;
+inline constexpr int percentWidth = 38;
+inline constexpr double sliderSymbolSize = 13;
+inline constexpr double attentionButtonMarkSize = 14;
+inline constexpr int attentionMarkSize = 11;  // on a row of the list
+inline constexpr int attentionRowWidth = 210;
+inline constexpr int attentionRowHeight = 28;
+inline constexpr int attentionRowSpacing = 8;
+inline constexpr int attentionIconSize = 22;
+inline constexpr int attentionTitleDrop = 6;
+
 // A drag over the bar
 inline constexpr double cueRadius = 4;
 inline constexpr double cueStroke = 2;

@@ -26,6 +26,13 @@ Popover::Popover(platform::Platform &system, QWidget &owner)
     setFont(systemFont(metrics::popoverFontSize));
 }
 
+// One that goes while it is open holds no bar any more.
+Popover::~Popover()
+{
+    if (isVisible())
+        hide();
+}
+
 void Popover::setName(const QString &name)
 {
     setWindowTitle(name);
@@ -34,6 +41,8 @@ void Popover::setName(const QString &name)
 
 void Popover::setContent(QWidget *newContent)
 {
+    if (content && content != newContent)
+        content->deleteLater();
     content = newContent;
     content->setParent(this);
     content->installEventFilter(this);

@@ -20,10 +20,12 @@ public:
 
     // Belongs to the anchor and goes with it.
     Popover(platform::Platform &platform, QWidget &anchor);
+    ~Popover() override;
 
     // Named for the accessibility tree.
     void setName(const QString &name);
-    // Takes the content over. A change of its size hint resizes the open popover, its lower edge staying where it is.
+    // Takes the content over, in place of the one before. A change of its size hint resizes the open popover, its lower
+    // edge staying where it is.
     void setContent(QWidget *content);
     // Shows it above the anchor. Of an open one only the keyboard may still be taken.
     void open(Keyboard keyboard);

@@ -148,7 +148,6 @@ void TaskButton::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const QRectF whole = rect();
 
     paintRoundedFill(painter, rect(), metrics::buttonRadius,
                      toColor(look.color.value_or(Rgb{1, 1, 1}), look.fillOpacity));

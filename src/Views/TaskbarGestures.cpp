@@ -97,7 +97,9 @@ void TaskbarView::dropEvent(QDropEvent *event)
 {
     const QPoint point = event->position().toPoint();
     dragMovedTo(point);
-    const bool taken = dropDelegate && dropDelegate->performDrop(point.x() - dropPlace->rectangle.left());
+    // What was carried may have been closed on the way.
+    const bool stillThere = drag.draggedTaskID && !model.windowsForDragID(*drag.draggedTaskID).empty();
+    const bool taken = stillThere && dropDelegate && dropDelegate->performDrop(point.x() - dropPlace->rectangle.left());
     event->setAccepted(taken);
     dropDelegate.reset();
     dropPlace.reset();

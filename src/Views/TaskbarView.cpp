@@ -1,5 +1,8 @@
 #include "Views/TaskbarView.h"
 
+#include "Views/AttentionControlView.h"
+#include "Views/ClockView.h"
+#include "Views/LevelControlView.h"
 #include "Views/MainRowView.h"
 #include "Views/Metrics.h"
 #include "Views/OverflowRowCard.h"
@@ -22,7 +25,9 @@ TaskbarView::TaskbarView(AppModel &appModel, ViewServices &viewServices, platfor
              [this](bool expanded) { model.setTaskRowsExpanded(expanded); }, [this] { arrangeRows(); }},
             appModel.settings().autoHideOverflow),
       knownGroupMembers(appModel.settings().customGroupMembers), mainRow(new MainRowView(this)),
-      cue(new TaskDropCue(this))
+      attention(new AttentionControlView(appModel, viewServices, system, true, mainRow)),
+      clock(new ClockView(system, mainRow)), brightness(new BrightnessControlView(appModel, system, mainRow)),
+      volume(new VolumeControlView(appModel, system, mainRow)), cue(new TaskDropCue(this))
 {
     setAcceptDrops(true);
     dropActions = {
@@ -179,7 +184,10 @@ void TaskbarView::arrangeRows()
     mainRow->arrange(places);
 
     while (cards.size() > places.cards.size()) {
-        // Its tabs move to other rows in this same pass.
+        // Its tabs and its controls move to other rows in this same pass.
+        for (QWidget *control : {static_cast<QWidget *>(brightness), static_cast<QWidget *>(volume)})
+            if (control->parentWidget() == cards.back())
+                control->setParent(mainRow);
         for (auto *task : cards.back()->tabArea().findChildren<TaskButton *>(Qt::FindDirectChildrenOnly))
             task->setParent(&mainRow->tabArea());
         delete cards.back();
@@ -214,12 +222,39 @@ void TaskbarView::arrangeRows()
                                 ? (down ? QStringLiteral("Tuck overflow") : QStringLiteral("Expand all overflow"))
                                 : (down ? QStringLiteral("Collapse tasks") : QStringLiteral("Show remaining tasks")));
     mainRow->arrow().setVisible(current.hasOverflow);
+    arrangeControls();
     cue->raise();
     showCue();
     if (const QRegion region = drawnRegion(); region != reportedRegion) {
         reportedRegion = region;
         Q_EMIT drawnRegionChanged();
     }
+}
+
+void TaskbarView::arrangeControls()
+{
+    const auto put = [](QWidget &control, QWidget *parent, const QRect &place) {
+        if (control.parentWidget() != parent)
+            control.setParent(parent);
+        if (control.geometry() != place)
+            control.setGeometry(place);
+    };
+    put(*attention, mainRow, places.attention);
+    attention->setVisible(model.shouldShowTaskbarAttentionIndicator());
+    attention->updateFromModel();
+    put(*clock, mainRow, places.clock);
+    clock->setRefreshSeconds(model.settings().taskbarRefreshSeconds);
+    clock->setPaused(armedID.has_value());
+
+    const std::string &display = model.settings().mediaSliderDisplay;
+    const bool onCard = display == "Overflow" && !cards.empty(), onBar = display == "Taskbar";
+    QWidget *const parent = onCard ? static_cast<QWidget *>(cards.front()) : mainRow;
+    const QRect room = onCard ? cards.front()->mediaPlace() : places.mediaControls;
+    const QSize size(metrics::trayButtonWidth, room.height());
+    put(*brightness, parent, QRect(room.topLeft(), size));
+    put(*volume, parent, QRect(room.topLeft() + QPoint(metrics::trayButtonWidth, 0), size));
+    for (QWidget *control : {static_cast<QWidget *>(brightness), static_cast<QWidget *>(volume)})
+        control->setVisible(onCard || onBar);
 }
 
 void TaskbarView::clickedLock()

@@ -23,11 +23,15 @@
 
 namespace korvane {
 
+class AttentionControlView;
+class BrightnessControlView;
+class ClockView;
 class MainRowView;
 class OverflowRowCard;
 class TaskButton;
 class TaskDropCue;
 class TaskResizeHandle;
+class VolumeControlView;
 
 class TaskbarView final : public QWidget {
     Q_OBJECT
@@ -85,6 +89,7 @@ private:
     void arrange();
     void arrangeRows();
     void arrangeButtons();
+    void arrangeControls();
     void arrangeResizeHandle();
     QWidget *rowWidget(int rowID);
     void clickedLock();
@@ -130,6 +135,10 @@ private:
     StringMap knownGroupMembers;
 
     MainRowView *mainRow;
+    AttentionControlView *attention;
+    ClockView *clock;
+    BrightnessControlView *brightness;
+    VolumeControlView *volume;
     std::vector<OverflowRowCard *> cards;  // nearest the bar first
     std::unordered_map<std::string, TaskButton *> buttons;
     TaskDropCue *cue;

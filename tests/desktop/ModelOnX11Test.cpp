@@ -21,7 +21,7 @@ class ModelOnX11 : public X11Test, public ::testing::WithParamInterface<const ch
 protected:
     ModelOnX11()
         : simulatedApplications(simulated::Behaviour::passive, virtualLoop, actions),
-          launching(simulatedApplications, actions), dialogs(actions)
+          launching(simulatedApplications, actions), audio(virtualLoop), dialogs(actions)
     {}
 
     void start()
@@ -29,7 +29,7 @@ protected:
         whole = std::make_unique<platform::Platform>(
             platform::Platform{loop, platform->applications(), platform->accessibility(), platform->windowList(),
                                platform->screens(), platform->pointer(), platform->events(), platform->panels(), platform->hotKeys(),
-                               loginItem, defaults, launching, text, icons, dialogs});
+                               loginItem, defaults, launching, text, icons, audio, brightness, dialogs});
         model = std::make_unique<AppModel>(*whole);
         model->start();
     }
@@ -72,6 +72,8 @@ protected:
     simulated::SimulatedLaunching launching;
     platform::IcuText text;
     simulated::SimulatedIcons icons;
+    simulated::SimulatedAudio audio;
+    simulated::SimulatedBrightness brightness;
     simulated::SimulatedDialogs dialogs;
     std::unique_ptr<platform::Platform> whole;
     std::unique_ptr<AppModel> model;

@@ -4,14 +4,20 @@
 #include <QCoreApplication>
 #include <QEvent>
 #include <QObject>
+#include <QSocketNotifier>
 #include <QTimerEvent>
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <deque>
+#include <limits>
 #include <map>
 #include <mutex>
 #include <utility>
+#ifdef __linux__
+#include <sys/timerfd.h>
+#include <unistd.h>
+#endif
 
 namespace korvane::platform {
 namespace {
@@ -209,6 +215,60 @@ Seconds QtMainLoop::wallNow() const
 {
     return std::chrono::system_clock::now().time_since_epoch();
 }
+
+#ifdef __linux__
+namespace {
+
+// A timer of the kernel for a time that does not come, which ends early when the clock is set.
+class ClockWatch final : public SubscriptionBase {
+public:
+    explicit ClockWatch(std::function<void()> callback)
+        : descriptor(timerfd_create(CLOCK_REALTIME, TFD_CLOEXEC | TFD_NONBLOCK)), changed(std::move(callback))
+    {
+        if (descriptor < 0)
+            return;
+        arm();
+        notifier = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
+        QObject::connect(notifier.get(), &QSocketNotifier::activated, notifier.get(), [this] {
+            std::uint64_t expirations = 0;
+            [[maybe_unused]] const auto got = ::read(descriptor, &expirations, sizeof expirations);
+            arm();
+            const auto call = changed;  // lives on if it ends this watch
+            call();
+        });
+    }
+    ~ClockWatch() override
+    {
+        notifier.reset();
+        if (descriptor >= 0)
+            ::close(descriptor);
+    }
+
+private:
+    void arm()
+    {
+        itimerspec never{};
+        never.it_value.tv_sec = std::numeric_limits<std::int32_t>::max();
+        timerfd_settime(descriptor, TFD_TIMER_ABSTIME | TFD_TIMER_CANCEL_ON_SET, &never, nullptr);
+    }
+
+    int descriptor;
+    std::function<void()> changed;
+    std::unique_ptr<QSocketNotifier> notifier;
+};
+
+}  // namespace
+
+Subscription QtMainLoop::observeClockChanges(std::function<void()> callback)
+{
+    return std::make_unique<ClockWatch>(std::move(callback));
+}
+#else
+Subscription QtMainLoop::observeClockChanges(std::function<void()>)
+{
+    return nullptr;
+}
+#endif
 
 Subscription QtMainLoop::repeat(Seconds interval, Seconds tolerance, std::function<void()> callback)
 {

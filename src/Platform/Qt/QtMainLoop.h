@@ -15,6 +15,7 @@ public:
 
     Seconds monotonicNow() const override;
     Seconds wallNow() const override;
+    [[nodiscard]] Subscription observeClockChanges(std::function<void()> callback) override;
     // Multiples that passed while the program was held up are left out, not made up for. An interval below a
     // millisecond counts as one.
     [[nodiscard]] Subscription repeat(Seconds interval, Seconds tolerance, std::function<void()> callback) override;

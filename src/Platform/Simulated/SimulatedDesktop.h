@@ -21,8 +21,8 @@ class SimulatedDesktop {
 public:
     explicit SimulatedDesktop(Behaviour behaviour = Behaviour::live)
         : applications(behaviour, loop, actions), accessibility(applications, actions), windowList(applications),
-          screens(loop), pointer(screens, actions), events(loop), panels(loop), hotKeys(loop), launching(applications, actions),
-          dialogs(actions)
+          screens(loop), pointer(screens, actions), events(loop), panels(loop), hotKeys(loop),
+          launching(applications, actions), audio(loop), dialogs(actions)
     {}
     SimulatedDesktop(const SimulatedDesktop &) = delete;
     SimulatedDesktop &operator=(const SimulatedDesktop &) = delete;
@@ -30,8 +30,8 @@ public:
     // References to the parts: the desktop must outlive them.
     platform::Platform platform()
     {
-        return {loop,    applications, accessibility, windowList, screens, pointer, events, panels,
-                hotKeys, loginItem,    defaults,      launching,  text,    icons,   dialogs};
+        return {loop,      applications, accessibility, windowList, screens, pointer, events,     panels, hotKeys,
+                loginItem, defaults,     launching,     text,       icons,   audio,   brightness, dialogs};
     }
 
     VirtualLoop loop;
@@ -49,6 +49,8 @@ public:
     SimulatedLaunching launching;
     platform::IcuText text;
     SimulatedIcons icons;
+    SimulatedAudio audio;
+    SimulatedBrightness brightness;
     SimulatedDialogs dialogs;
 };
 

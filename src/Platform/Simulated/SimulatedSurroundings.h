@@ -1,6 +1,8 @@
 // What stands around the windows of the simulated desktop: screens, pointer, panels, keys, launching, pictures, alerts.
 #pragma once
 
+#include "Platform/Audio.h"
+#include "Platform/Brightness.h"
 #include "Platform/Dialogs.h"
 #include "Platform/Events.h"
 #include "Platform/HotKeys.h"
@@ -224,6 +226,60 @@ public:
 private:
     platform::ImagePtr own;
     std::map<std::string, platform::ImagePtr, std::less<>> symbols;
+};
+
+// Outputs with a volume by element; none at first.
+class SimulatedAudio final : public platform::AudioProperties {
+public:
+    explicit SimulatedAudio(VirtualLoop &mainLoop) : loop(mainLoop) {}
+
+    std::optional<std::uint32_t> defaultOutput() override { return output; }
+    bool hasVolume(std::uint32_t device, std::uint32_t element) override { return volumes.contains({device, element}); }
+    std::optional<float> volume(std::uint32_t device, std::uint32_t element) override
+    {
+        const auto found = volumes.find({device, element});
+        return found == volumes.end() || unreadable.contains(element) ? std::nullopt : std::optional(found->second);
+    }
+    bool setVolume(std::uint32_t device, std::uint32_t element, float volume) override
+    {
+        const auto found = volumes.find({device, element});
+        if (found == volumes.end() || fixed.contains(element))
+            return false;
+        found->second = volume;
+        return true;
+    }
+    [[nodiscard]] platform::Subscription observeChanges(std::function<void()> callback) override
+    {
+        return observers->add(std::move(callback));
+    }
+
+    // After a change from outside; the observers are told at the next turn.
+    void announceChange()
+    {
+        loop.post([told = observers] { told->emit(); });
+    }
+
+    std::optional<std::uint32_t> output;
+    std::map<std::pair<std::uint32_t, std::uint32_t>, float> volumes;  // by device and element
+    std::set<std::uint32_t> unreadable, fixed;                         // elements
+
+private:
+    VirtualLoop &loop;
+    std::shared_ptr<Observers<>> observers = std::make_shared<Observers<>>();
+};
+
+class SimulatedBrightness final : public platform::Brightness {
+public:
+    std::optional<float> current() override { return level; }
+    bool set(float brightness) override
+    {
+        if (!level)
+            return false;
+        level = brightness;
+        return true;
+    }
+
+    std::optional<float> level;  // absent: nothing to set
 };
 
 class SimulatedDialogs final : public platform::Dialogs {

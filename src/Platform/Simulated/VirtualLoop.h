@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Platform/MainLoop.h"
+#include "Platform/Simulated/Observers.h"
 
 #include <cstdint>
 #include <deque>
@@ -26,6 +27,10 @@ public:
     [[nodiscard]] platform::Subscription repeat(Seconds interval, Seconds tolerance,
                                                 std::function<void()> callback) override;
     [[nodiscard]] platform::Subscription after(Seconds delay, std::function<void()> callback) override;
+    [[nodiscard]] platform::Subscription observeClockChanges(std::function<void()> callback) override
+    {
+        return clockObservers->add(std::move(callback));
+    }
     void post(std::function<void()> callback) override;
     void terminate() override { hasTerminated = true; }
 
@@ -41,7 +46,8 @@ public:
     // Timers and delays that wait.
     std::size_t pendingTimers() const;
     bool hasPosted() const { return !posted.empty(); }
-    // Moves the wall clock, as a person or a time server does; elapsed time is not touched.
+    // Moves the wall clock, as a person or a time server does; elapsed time is not touched. Told at
+    // the next turn.
     void setWallNow(Seconds sinceEpoch);
 
 private:
@@ -59,6 +65,7 @@ private:
     bool fireNext(std::int64_t limit);
 
     std::shared_ptr<State> state;
+    std::shared_ptr<Observers<>> clockObservers = std::make_shared<Observers<>>();
     std::deque<std::function<void()>> posted;
     double wallOffset;
     bool hasTerminated = false;

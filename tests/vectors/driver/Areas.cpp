@@ -32,7 +32,10 @@ CaseRunner runnerOf(std::string_view area, const Json &file)
     if (area == "widths_and_heights")
         return functionRunner(widthFunctions());
     if (area == "buttons_and_tray")
-        return functionRunner(buttonFunctions());
+        return [](const Json &testCase, const Json &whole) {
+            const bool tray = trayFunctions().contains(testCase.at("function").get<std::string>());
+            return functionRunner(tray ? trayFunctions() : buttonFunctions())(testCase, whole);
+        };
     if (area == "layout_pass")
         return runLayoutPass;
     if (area == "auto_hide")
@@ -43,9 +46,11 @@ CaseRunner runnerOf(std::string_view area, const Json &file)
         return runDragAndDrop;
     if (area == "hover")
         return [](const Json &testCase, const Json &) {
-            if (testCase.at("machine") == "overflow")
-                return runOverflowHover(testCase);
-            return Outcome::skip("no machine " + testCase.at("machine").get<std::string>());
+            static const std::map<std::string, Outcome (*)(const Json &)> machines{
+                {"overflow", runOverflowHover}, {"hoverList", runHoverList}, {"level", runLevel}};
+            const std::string name = testCase.at("machine");
+            const auto machine = machines.find(name);
+            return machine == machines.end() ? Outcome::skip("no machine " + name) : machine->second(testCase);
         };
     return nullptr;
 }

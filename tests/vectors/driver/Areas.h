@@ -21,6 +21,9 @@ Outcome runOverflowLock(const Json &testCase, const Json &file);
 Outcome runDragAndDrop(const Json &testCase, const Json &file);
 // A timed machine: the overflow rows of one bar.
 Outcome runOverflowHover(const Json &testCase);
+Outcome runHoverList(const Json &testCase);
+Outcome runLevel(const Json &testCase);
+const Functions &trayFunctions();
 Outcome runLayoutPass(const Json &testCase, const Json &file);
 
 }  // namespace korvane::vectors

@@ -1,0 +1,177 @@
+#include "Views/AttentionControlView.h"
+
+#include "Models/NotificationMark.h"
+#include "Views/ListButton.h"
+#include "Views/Metrics.h"
+#include "Views/Painting.h"
+#include "Views/Popover.h"
+#include "Views/TitleText.h"
+
+#include <QFrame>
+#include <QLabel>
+#include <QPainter>
+#include <QVBoxLayout>
+
+namespace korvane {
+namespace {
+
+constexpr platform::Seconds restTime{1.2};
+
+class AttentionRow final : public ListButton {
+public:
+    AttentionRow(ViewServices &viewServices, const AttentionAppItem &shown, std::string style, QWidget *parent)
+        : ListButton(parent), services(viewServices), item(shown), name(displayText(shown.name)),
+          markStyle(std::move(style))
+    {
+        setAccessibleName(name);
+        setMinimumSize(metrics::attentionRowWidth, metrics::attentionRowHeight);
+    }
+    QSize sizeHint() const override { return minimumSize(); }
+
+protected:
+    void paintContent(QPainter &painter) override
+    {
+        const int side = metrics::attentionIconSize;
+        const QRect place(metrics::rowPadding, (height() - side) / 2, side, side);
+        const QPixmap picture = services.icons.pixmap(item.icon, side, devicePixelRatioF());
+        if (!picture.isNull())
+            painter.drawPixmap(place, picture);
+        const int left = place.right() + 1 + metrics::attentionRowSpacing;
+        const int right = width() - metrics::rowPadding - metrics::attentionMarkSize - metrics::attentionRowSpacing;
+        painter.setFont(systemFont(metrics::popoverFontSize));
+        painter.drawText(QRect(left, 0, right - left, height()), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                         painter.fontMetrics().elidedText(name, Qt::ElideRight, right - left));
+        if (const auto mark = NotificationMarks::ofStyle(markStyle, metrics::attentionMarkSize)) {
+            painter.translate(width() - metrics::rowPadding - metrics::attentionMarkSize,
+                              (height() - metrics::attentionMarkSize) / 2.0);
+            paintNotificationMark(painter, *mark);
+        }
+    }
+
+private:
+    ViewServices &services;
+    AttentionAppItem item;
+    QString name;
+    std::string markStyle;
+};
+
+QLabel *label(const QString &text, bool heading, QWidget *parent)
+{
+    auto *made = new QLabel(text, parent);
+    made->setFont(systemFont(metrics::popoverFontSize, heading));
+    QPalette light = made->palette();
+    light.setColor(QPalette::WindowText,
+                   QColor::fromRgbF(1, 1, 1, heading ? 1.0F : static_cast<float>(metrics::secondaryOpacity)));
+    made->setPalette(light);
+    return made;
+}
+
+}  // namespace
+
+AttentionControlView::AttentionControlView(AppModel &appModel, ViewServices &viewServices, platform::Platform &system,
+                                           bool isCompact, QWidget *parent)
+    : SymbolButton({metrics::trayButtonWidth, isCompact ? metrics::smallButtonHeight : metrics::buttonHeight}, parent),
+      model(appModel), services(viewServices), platform(system), compact(isCompact),
+      hover(system.loop, restTime, [this](bool showing) { show(showing); })
+{
+    connect(this, &SymbolButton::hoverChanged, this, [this](bool hovered) { hover.hover(hovered); });
+    connect(this, &QAbstractButton::clicked, this, [this] {
+        clicked = true;
+        hover.click();
+        clicked = false;
+    });
+    updateFromModel();
+}
+
+// The popover tells of its end, and must find this whole.
+AttentionControlView::~AttentionControlView()
+{
+    delete popover;
+}
+
+Popover *AttentionControlView::openList() const
+{
+    return popover && popover->isOpen() ? popover.data() : nullptr;
+}
+
+void AttentionControlView::updateFromModel()
+{
+    setTip(model.attentionApps().empty() ? QStringLiteral("No apps need attention") : QStringLiteral("Notifications"));
+    if (markStyle != model.settings().notificationBadgeStyle) {
+        markStyle = model.settings().notificationBadgeStyle;
+        update();
+    }
+    if (openList() && listed != model.attentionApps())
+        fillList();
+}
+
+void AttentionControlView::paintEvent(QPaintEvent *)
+{
+    const auto mark = NotificationMarks::ofStyle(markStyle, metrics::attentionButtonMarkSize);
+    if (!mark)
+        return;
+    QPainter painter(this);
+    // In the middle of the frame, as wide and high as it is drawn.
+    const auto &frame = mark->frame;
+    painter.translate((width() - frame.width) / 2 - frame.x,
+                      (height() - frame.height) / 2 - frame.y + TrayRules::attentionBadgeYOffset(compact, markStyle));
+    paintNotificationMark(painter, *mark);
+}
+
+void AttentionControlView::show(bool list)
+{
+    if (!list) {
+        if (popover)
+            popover->close();
+        return;
+    }
+    if (!popover) {
+        popover = new Popover(platform, *this);
+        popover->setName(QStringLiteral("Notifications"));
+        connect(popover, &Popover::closed, this, [this] { hover.dismissed(); });
+    }
+    auto *content = new QWidget;
+    column = new QVBoxLayout(content);
+    column->setSpacing(metrics::listSpacing);
+    column->setContentsMargins(0, metrics::listPadding, 0, metrics::listPadding);
+    fillList();
+    popover->setContent(content);
+    popover->open(clicked ? Popover::Keyboard::taken : Popover::Keyboard::left);
+}
+
+void AttentionControlView::fillList()
+{
+    listed = model.attentionApps();
+    while (QLayoutItem *old = column->takeAt(0)) {
+        if (old->widget())
+            old->widget()->deleteLater();
+        delete old;
+    }
+    QWidget *content = column->parentWidget();
+    auto *title = label(QStringLiteral("Notifications"), true, content);
+    title->setContentsMargins(metrics::rowPadding, metrics::attentionTitleDrop, metrics::rowPadding, 0);
+    column->addWidget(title);
+    auto *divider = new QFrame(content);
+    divider->setFixedHeight(metrics::listDividerHeight);
+    divider->setAutoFillBackground(true);
+    QPalette line = divider->palette();
+    line.setColor(QPalette::Window, QColor::fromRgbF(1, 1, 1, static_cast<float>(metrics::dividerOpacity)));
+    divider->setPalette(line);
+    column->addWidget(divider);
+    if (listed.empty()) {
+        auto *none = label(QStringLiteral("No apps need attention"), false, content);
+        none->setContentsMargins(metrics::rowPadding, 0, metrics::rowPadding, metrics::attentionTitleDrop);
+        column->addWidget(none);
+    }
+    for (const AttentionAppItem &item : listed) {
+        auto *row = new AttentionRow(services, item, markStyle, content);
+        connect(row, &QAbstractButton::clicked, this, [this, item] {
+            hover.dismissed();
+            model.activateAttentionApp(item);
+        });
+        column->addWidget(row);
+        row->show();
+    }
+}
+
+}  // namespace korvane

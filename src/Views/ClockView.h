@@ -1,0 +1,53 @@
+// The time and the date at the end of the bar, each a button that opens its application.
+#pragma once
+
+#include "Platform/Platform.h"
+
+#include <QAbstractButton>
+#include <QWidget>
+
+namespace korvane {
+
+// One line of the clock.
+class ClockLine final : public QAbstractButton {
+    Q_OBJECT
+
+public:
+    ClockLine(const QString &tip, QWidget *parent);
+    // Repaints when it is another one.
+    void setLine(const QString &line);
+
+protected:
+    bool event(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+};
+
+class ClockView final : public QWidget {
+    Q_OBJECT
+
+public:
+    ClockView(platform::Platform &platform, QWidget *parent);
+
+    // While a tab's width is being set the bar stays still, and so does its clock.
+    void setPaused(bool paused);
+    // Seconds between two looks, where the system does not tell that its clock was set.
+    void setRefreshSeconds(std::int64_t seconds);
+
+    QString time() const { return timeLine->text(); }
+    QString date() const { return dateLine->text(); }
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void look();
+    void openApplication(const std::string &bundleIdentifier);
+
+    platform::Platform &platform;
+    ClockLine *timeLine, *dateLine;
+    std::int64_t refreshSeconds = 2;
+    bool paused = false;
+    platform::Subscription next, clockChanges;
+};
+
+}  // namespace korvane
