@@ -72,7 +72,7 @@ AttentionControlView::AttentionControlView(AppModel &appModel, ViewServices &vie
                                            bool isCompact, QWidget *parent)
     : SymbolButton({metrics::trayButtonWidth, isCompact ? metrics::smallButtonHeight : metrics::buttonHeight}, parent),
       model(appModel), services(viewServices), platform(system), compact(isCompact),
-      hover(system.loop, restTime, [this](bool showing) { show(showing); })
+      hover(system.loop, restTime, [this](bool showing) { showList(showing); })
 {
     connect(this, &SymbolButton::hoverChanged, this, [this](bool hovered) { hover.hover(hovered); });
     connect(this, &QAbstractButton::clicked, this, [this] {
@@ -118,9 +118,9 @@ void AttentionControlView::paintEvent(QPaintEvent *)
     paintNotificationMark(painter, *mark);
 }
 
-void AttentionControlView::show(bool list)
+void AttentionControlView::showList(bool showing)
 {
-    if (!list) {
+    if (!showing) {
         if (popover)
             popover->close();
         return;

@@ -31,7 +31,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    void show(bool list);
+    void showList(bool showing);
     void fillList();
 
     AppModel &model;

@@ -1,0 +1,152 @@
+#include "Models/Tray.h"
+#include "Models/SystemLevels.h"
+
+#include "Platform/Simulated/SimulatedDesktop.h"
+
+#include <gtest/gtest.h>
+
+namespace korvane {
+namespace {
+
+using simulated::SimulatedDesktop;
+
+TEST(TraySymbols, ThreeTenthsAndAHalfAreTheLimits)
+{
+    EXPECT_EQ(TrayRules::brightnessSymbol(0.339F), "sun.min.fill");
+    EXPECT_EQ(TrayRules::brightnessSymbol(0.34F), "sun.max");
+    EXPECT_EQ(TrayRules::brightnessSymbol(0.67F), "sun.max.fill");
+    EXPECT_EQ(TrayRules::volumeSymbol(0.001F), "speaker.slash.fill");
+    EXPECT_EQ(TrayRules::volumeSymbol(0.0011F), "speaker.wave.1.fill");
+    EXPECT_EQ(TrayRules::volumeSymbol(1), "speaker.wave.3.fill");
+}
+
+TEST(TrayClock, TheIntervalIsOneOrTwoSecondsWhateverTheSetting)
+{
+    EXPECT_EQ(TrayRules::clockInterval(60), 2);
+    EXPECT_EQ(TrayRules::clockInterval(0), 1);
+}
+
+class Level : public ::testing::Test {
+protected:
+    void advance(double seconds) { loop.advance(platform::Seconds(seconds)); }
+
+    simulated::VirtualLoop loop;
+    std::optional<float> system = 0.5F;
+    bool settable = true;
+    LevelControl control{loop,
+                         {[this] { return system; },
+                          [this](float level) {
+                              if (settable)
+                                  system = level;
+                              return settable;
+                          },
+                          [] { return 5.0; }, [] {}}};
+};
+
+TEST_F(Level, TinyDeltasOfATouchpadArePassedOn)
+{
+    EXPECT_FALSE(control.scroll(0.01));
+    EXPECT_FALSE(control.scroll(-0.01));
+    EXPECT_EQ(control.level(), 0.5F);
+    EXPECT_FALSE(control.showingSlider());
+    EXPECT_TRUE(control.scroll(0.011));
+}
+
+TEST_F(Level, ScrollingUpAtTheTopStaysThereAndStillShowsTheSlider)
+{
+    system = 1.0F;
+    EXPECT_TRUE(control.scroll(1));
+    EXPECT_EQ(control.level(), 1.0F);
+    EXPECT_TRUE(control.showingSlider());
+}
+
+TEST_F(Level, TheSliderGoesOneAndAHalfSecondsAfterTheLastStep)
+{
+    control.scroll(1);
+    advance(1.4);
+    control.scroll(1);
+    advance(1.499);
+    EXPECT_TRUE(control.showingSlider());
+    advance(0.001);
+    EXPECT_FALSE(control.showingSlider());
+}
+
+TEST_F(Level, ASliderOpenedByAClickStays)
+{
+    control.click();
+    advance(100);
+    EXPECT_TRUE(control.showingSlider());
+    control.click();
+    EXPECT_FALSE(control.showingSlider());
+}
+
+TEST_F(Level, WhatCannotBeSetLeavesTheEventToOthers)
+{
+    settable = false;
+    EXPECT_FALSE(control.scroll(1));
+    EXPECT_EQ(control.level(), 0.5F);
+    EXPECT_FALSE(control.showingSlider());
+}
+
+TEST_F(Level, AControlThatGoesAwayHasNothingToCome)
+{
+    control.scroll(1);
+    control.disappeared();
+    EXPECT_EQ(loop.pendingTimers(), 0U);
+}
+
+TEST(RestingPointer, OpensTheListOneAndTwoTenthsSecondsAfterItsLastEntry)
+{
+    simulated::VirtualLoop loop;
+    HoverList list(loop, platform::Seconds(1.2), [](bool) {});
+    list.hover(true);
+    loop.advance(platform::Seconds(0.5));
+    list.hover(false);
+    loop.advance(platform::Seconds(0.3));
+    list.hover(true);
+    loop.advance(platform::Seconds(1.199));
+    EXPECT_FALSE(list.showing());
+    loop.advance(platform::Seconds(0.001));
+    EXPECT_TRUE(list.showing());
+}
+
+TEST(Volume, OfADeviceWithoutOneOfItsOwnIsThatOfItsChannels)
+{
+    SimulatedDesktop desktop;
+    EXPECT_FALSE(SystemVolume::current(desktop.audio));
+    SystemVolume::set(desktop.audio, 0.5F);
+    desktop.audio.output = 7;
+    desktop.audio.volumes = {{{7, 1}, 0.25F}, {{7, 2}, 0.75F}};
+    EXPECT_EQ(SystemVolume::current(desktop.audio), 0.25F);
+    SystemVolume::set(desktop.audio, 2);
+    EXPECT_EQ((desktop.audio.volumes[{7, 1}]), 1.0F);
+    EXPECT_EQ((desktop.audio.volumes[{7, 2}]), 1.0F);
+    desktop.audio.unreadable = {1};
+    EXPECT_EQ(SystemVolume::current(desktop.audio), 1.0F);
+}
+
+TEST(Volume, TheMainElementIsTakenAloneUnlessItRefuses)
+{
+    SimulatedDesktop desktop;
+    desktop.audio.output = 7;
+    desktop.audio.volumes = {{{7, 0}, 0.1F}, {{7, 1}, 0.2F}, {{7, 2}, 0.3F}};
+    SystemVolume::set(desktop.audio, 0.5F);
+    EXPECT_EQ((desktop.audio.volumes[{7, 0}]), 0.5F);
+    EXPECT_EQ((desktop.audio.volumes[{7, 1}]), 0.2F);
+    desktop.audio.fixed = {0};
+    SystemVolume::set(desktop.audio, -1);
+    EXPECT_EQ((desktop.audio.volumes[{7, 0}]), 0.5F);
+    EXPECT_EQ((desktop.audio.volumes[{7, 1}]), 0.0F);
+}
+
+TEST(ScreenBrightness, IsHeldToItsRangeAndSaysWhenThereIsNone)
+{
+    SimulatedDesktop desktop;
+    EXPECT_FALSE(SystemBrightness::set(desktop.brightness, 0.5F));
+    desktop.brightness.level = 0.5F;
+    EXPECT_TRUE(SystemBrightness::set(desktop.brightness, 1.5F));
+    EXPECT_EQ(SystemBrightness::current(desktop.brightness), 1.0F);
+}
+
+}  // namespace
+}  // namespace korvane

@@ -1,0 +1,88 @@
+// Over a made-up tree of devices.
+#include "Platform/Linux/Backlight.h"
+
+#include "ManualLoop.h"
+#include "TemporaryDirectory.h"
+
+#include <fstream>
+#include <gtest/gtest.h>
+
+namespace korvane::platform {
+namespace {
+
+class BacklightTree : public ::testing::Test {
+protected:
+    void add(const std::string &name, const std::string &type, int brightness, int maximum)
+    {
+        const auto folder = directory.path() / name;
+        std::filesystem::create_directories(folder);
+        std::ofstream(folder / "type") << type << "\n";
+        std::ofstream(folder / "brightness") << brightness << "\n";
+        std::ofstream(folder / "max_brightness") << maximum << "\n";
+    }
+    std::string file(const std::string &name) const
+    {
+        std::ifstream stream(directory.path() / name / "brightness");
+        std::string text;
+        stream >> text;
+        return text;
+    }
+    Backlight make()
+    {
+        return {loop,
+                [this](const std::string &device, std::uint32_t brightness) {
+                    asked.emplace_back(device, brightness);
+                    return sessionAnswers;
+                },
+                directory.path()};
+    }
+
+    TemporaryDirectory directory;
+    ManualLoop loop;
+    std::vector<std::pair<std::string, std::uint32_t>> asked;
+    bool sessionAnswers = true;
+};
+
+TEST_F(BacklightTree, TheLevelIsThePartOfTheMaximum)
+{
+    add("panel", "raw", 300, 1200);
+    auto backlight = make();
+    EXPECT_FLOAT_EQ(backlight.current().value(), 0.25F);
+    EXPECT_TRUE(backlight.set(0.5F));
+    EXPECT_EQ(file("panel"), "600");
+    EXPECT_FLOAT_EQ(backlight.current().value(), 0.5F);
+    EXPECT_TRUE(asked.empty());
+}
+
+TEST_F(BacklightTree, TheFirmwaresDeviceComesBeforeTheOthers)
+{
+    add("a_raw", "raw", 1, 10);
+    add("b_firmware", "firmware", 2, 10);
+    add("c_platform", "platform", 3, 10);
+    auto backlight = make();
+    EXPECT_FLOAT_EQ(backlight.current().value(), 0.2F);
+    EXPECT_TRUE(backlight.set(1));
+    EXPECT_EQ(file("b_firmware"), "10");
+    EXPECT_EQ(file("a_raw"), "1");
+}
+
+TEST_F(BacklightTree, WithoutADeviceThereIsNothingToSet)
+{
+    auto backlight = make();
+    EXPECT_FALSE(backlight.current());
+    EXPECT_FALSE(backlight.set(0.5F));
+    EXPECT_FALSE(Backlight(loop, {}, directory.path() / "missing").current());
+}
+
+TEST_F(BacklightTree, NonsenseInTheFilesIsNoDevice)
+{
+    add("zero", "raw", 5, 0);
+    add("text", "raw", 5, 10);
+    std::ofstream(directory.path() / "text" / "brightness") << "bright";
+    EXPECT_FALSE(make().current());
+    add("beyond", "raw", 500, 10);
+    EXPECT_FLOAT_EQ(make().current().value(), 1.0F);
+}
+
+}  // namespace
+}  // namespace korvane::platform
