@@ -112,6 +112,8 @@ def show(program):
         desktop.set_background("#24405e")
         windows = sample_windows(desktop)
         say(f"Display {desktop.display_name} shows {len(windows)} windows.")
+        # The bar hides when the pointer is elsewhere.
+        desktop.move_pointer(SCREEN[0] / 2, SCREEN[1] - 1)
         started = time.monotonic()
         bar = desktop.start(program)
         try:
