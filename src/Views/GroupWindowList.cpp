@@ -136,6 +136,10 @@ void GroupWindowList::arrangeRows()
         rowColumn->removeWidget(gone);
     arrangeScrolling();
 
+    // Those who read the list, and the keys, go through it as it stands.
+    for (GroupWindowRow *row : rows)
+        row->raise();
+    hideAllRow->raise();
     QWidget *before = header->nameField() ? static_cast<QWidget *>(header->nameField()) : header;
     setTabOrder(header, before);
     for (GroupWindowRow *row : rows) {

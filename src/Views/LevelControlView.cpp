@@ -23,9 +23,9 @@ constexpr double notch = 120;
 
 }  // namespace
 
-LevelControlView::LevelControlView(platform::Platform &system, LevelControlActions actions, const Style &look,
+LevelControlView::LevelControlView(platform::Platform &system, LevelControlActions actions, const Style &controlStyle,
                                    QWidget *parent)
-    : SymbolButton(buttonSize, parent), platform(system), style(look),
+    : SymbolButton(buttonSize, parent), platform(system), style(controlStyle),
       level(system.loop, {actions.current, actions.set, actions.scrollRate, [this] { update(); }})
 {
     setTip(style.tip);
