@@ -3,8 +3,10 @@
 #include "Views/ClockView.h"
 #include "Views/LevelControlView.h"
 #include "Views/ListButton.h"
+#include "Views/OverflowRowCard.h"
 #include "Views/PaintCounter.h"
 #include "Views/Popover.h"
+#include "Views/TaskbarView.h"
 #include "Views/ViewServices.h"
 
 #include <QLabel>
@@ -123,6 +125,40 @@ TEST_F(Tray, WithoutABacklightTheWheelIsForOthers)
     EXPECT_FLOAT_EQ(*desktop.brightness.level, 0.95F);
 }
 
+TEST_F(Tray, TheButtonsFollowTheSettingAndNobodyListensWithoutThem)
+{
+    desktop.audio.output = 7;
+    desktop.audio.volumes = {{{7, 0}, 0.5F}};
+    model->set(&V::mediaSliderDisplay, "Never");
+    start();
+    TaskbarView view(*model, services, platform);
+    view.resize(1280, 200);
+    const auto display = [&](const char *where) {
+        model->set(&V::mediaSliderDisplay, where);
+        view.updateFromModel();
+        settle();
+        return view.findChild<VolumeControlView *>();
+    };
+    view.show();
+    EXPECT_FALSE(display("Never"));
+    EXPECT_EQ(desktop.audio.observing(), 0U);
+    auto *onBar = display("Taskbar");
+    ASSERT_TRUE(onBar);
+    EXPECT_TRUE(onBar->isVisible());
+    EXPECT_EQ(desktop.audio.observing(), 1U);
+    EXPECT_EQ(onBar->mapTo(&view, QPoint()).y(), 200 - 34 + 3);
+    auto *onRow = display("Overflow");
+    ASSERT_TRUE(onRow);
+    EXPECT_TRUE(onRow->isVisible());
+    EXPECT_TRUE(qobject_cast<OverflowRowCard *>(onRow->parentWidget()));
+    QTest::mouseClick(onRow, Qt::LeftButton);
+    EXPECT_TRUE(Popover::anyOpen());
+    EXPECT_FALSE(display("Never"));
+    EXPECT_FALSE(view.findChild<BrightnessControlView *>());
+    EXPECT_FALSE(Popover::anyOpen());
+    EXPECT_EQ(desktop.audio.observing(), 0U);
+}
+
 TEST_F(Tray, AnOpenSliderGoesWithItsButton)
 {
     auto *volume = add<VolumeControlView>(*model, platform);
@@ -204,6 +240,31 @@ TEST_F(Clock, IsRightAtOnceWhenTheClockIsSet)
     auto *clock = add<ClockView>(platform);
     setTime(9, 30, 0);
     EXPECT_EQ(clock->time(), "9:30 AM");
+}
+
+TEST_F(Clock, WhereNobodyTellsThatItWasSetItLooksEverySecondOrTwo)
+{
+    setTime(15, 4, 10);
+    desktop.loop.keepClockChangesSecret();
+    auto *clock = add<ClockView>(platform);
+    clock->setRefreshSeconds(60);
+    advance(2);
+    setTime(9, 30, 0);
+    EXPECT_EQ(clock->time(), "3:04 PM");
+    advance(1.9);
+    EXPECT_EQ(clock->time(), "3:04 PM");
+    advance(0.1);
+    EXPECT_EQ(clock->time(), "9:30 AM");
+    clock->setRefreshSeconds(0);
+    advance(2);
+    setTime(18, 0, 0);
+    advance(1);
+    EXPECT_EQ(clock->time(), "6:00 PM");
+    settle();
+    PaintCounter paints;
+    advance(10);
+    settle();
+    EXPECT_EQ(paints.count(), 0);
 }
 
 TEST_F(Clock, StandsStillWhilePausedAndCatchesUp)

@@ -259,6 +259,8 @@ public:
         loop.post([told = observers] { told->emit(); });
     }
 
+    std::size_t observing() const { return observers->count(); }
+
     std::optional<std::uint32_t> output;
     std::map<std::pair<std::uint32_t, std::uint32_t>, float> volumes;  // by device and element
     std::set<std::uint32_t> unreadable, fixed;                         // elements

@@ -29,7 +29,7 @@ public:
     [[nodiscard]] platform::Subscription after(Seconds delay, std::function<void()> callback) override;
     [[nodiscard]] platform::Subscription observeClockChanges(std::function<void()> callback) override
     {
-        return clockObservers->add(std::move(callback));
+        return tellsOfTheClock ? clockObservers->add(std::move(callback)) : nullptr;
     }
     void post(std::function<void()> callback) override;
     void terminate() override { hasTerminated = true; }
@@ -49,6 +49,8 @@ public:
     // Moves the wall clock, as a person or a time server does; elapsed time is not touched. Told at
     // the next turn.
     void setWallNow(Seconds sinceEpoch);
+    // From now on nobody can observe the clock, as on a system that does not tell.
+    void keepClockChangesSecret() { tellsOfTheClock = false; }
 
 private:
     struct Timer {
@@ -68,7 +70,7 @@ private:
     std::shared_ptr<Observers<>> clockObservers = std::make_shared<Observers<>>();
     std::deque<std::function<void()>> posted;
     double wallOffset;
-    bool hasTerminated = false;
+    bool hasTerminated = false, tellsOfTheClock = true;
 };
 
 }  // namespace korvane::simulated
