@@ -105,6 +105,14 @@ void AttentionControlView::updateFromModel()
         fillList();
 }
 
+// Its list goes with it, also the one that a resting pointer was about to open.
+void AttentionControlView::hideEvent(QHideEvent *event)
+{
+    SymbolButton::hideEvent(event);
+    hover.hover(false);
+    hover.dismissed();
+}
+
 void AttentionControlView::paintEvent(QPaintEvent *)
 {
     const auto mark = NotificationMarks::ofStyle(markStyle, metrics::attentionButtonMarkSize);
