@@ -4,6 +4,7 @@
 #include "Views/PaintCounter.h"
 #include "Views/TaskButton.h"
 
+#include <QMenu>
 #include <gtest/gtest.h>
 
 namespace korvane {
@@ -173,6 +174,59 @@ TEST_F(Hiding, TheStartMenuKeepsItToo)
     pointAt(away);
     advance(3);
     EXPECT_EQ(opacity(), 1);
+}
+
+TEST_F(Hiding, AStartMenuThatClosesBeneathARestingPointerLetsTheBarGo)
+{
+    show();
+    inStartMenu = true;
+    pointAt(away);
+    advance(30);
+    ASSERT_EQ(opacity(), 1);
+    inStartMenu = false;
+    advance(1);
+    EXPECT_TRUE(hidden());
+}
+
+TEST_F(Hiding, AMenuOfTheBarHoldsItAndThatOfAnotherWindowDoesNot)
+{
+    show();
+    QWidget other;
+    auto *menus = new QMenu(&panel().view());
+    menus->addAction(QStringLiteral("Something"));
+    QMenu foreign(&other);
+    foreign.addAction(QStringLiteral("Something"));
+    menus->popup({});
+    pointAt(away);
+    advance(5);
+    EXPECT_EQ(opacity(), 1);
+    menus->close();
+    advance(1);
+    EXPECT_TRUE(hidden());
+    foreign.popup({});
+    pointAt({500, 601});
+    advance(1);
+    EXPECT_TRUE(hidden());
+    foreign.close();
+}
+
+TEST_F(Hiding, ABarThatIsGoneDrawsNothingAndIsUpToDateWhenItIsBack)
+{
+    show();
+    pointAt(away);
+    advance(2);
+    ASSERT_TRUE(hidden());
+    settle();
+    PaintCounter paints;
+    model->set(&V::showCloseGlyph, !model->settings().showCloseGlyph);
+    model->set(&V::tabColorOpacity, 0.9);
+    advance(1);
+    settle();
+    EXPECT_EQ(paints.countOf<TaskButton>(), 0);
+    pointAt(edge);
+    advance(0.2);
+    settle();
+    EXPECT_GT(paints.countOf<TaskButton>(), 0);
 }
 
 TEST_F(Hiding, TheEmptyPartOfATallPanelDoesNotKeepIt)
