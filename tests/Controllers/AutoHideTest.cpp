@@ -2,6 +2,7 @@
 #include "Controllers/TaskbarPanelController.h"
 #include "Models/ModelFixture.h"
 #include "Views/PaintCounter.h"
+#include "Views/RunningAppGroupButton.h"
 #include "Views/TaskButton.h"
 
 #include <QMenu>
@@ -218,15 +219,16 @@ TEST_F(Hiding, ABarThatIsGoneDrawsNothingAndIsUpToDateWhenItIsBack)
     ASSERT_TRUE(hidden());
     settle();
     PaintCounter paints;
-    model->set(&V::showCloseGlyph, !model->settings().showCloseGlyph);
-    model->set(&V::tabColorOpacity, 0.9);
+    model->set(&V::groupingMode, "always");
     advance(1);
     settle();
     EXPECT_EQ(paints.countOf<TaskButton>(), 0);
+    EXPECT_EQ(paints.countOf<RunningAppGroupButton>(), 0);
+    paints.reset();
     pointAt(edge);
     advance(0.2);
     settle();
-    EXPECT_GT(paints.countOf<TaskButton>(), 0);
+    EXPECT_GT(paints.countOf<RunningAppGroupButton>(), 0);
 }
 
 TEST_F(Hiding, TheEmptyPartOfATallPanelDoesNotKeepIt)
