@@ -35,8 +35,10 @@ std::unique_ptr<LinuxDesktop> LinuxDesktop::open(const std::string &display)
                                     [&self](std::string_view name) { return self.loadIcon(name); });
     if (!self.windows)
         return nullptr;
-    self.badges =
-        std::make_unique<platform::LauncherBadges>([&self] { self.badgesChanged(); });
+    self.badges = std::make_unique<platform::LauncherBadges>([&self] { self.badgesChanged(); });
+    self.session = std::make_unique<platform::LoginSession>([&self](bool away) {
+        self.windows->announce(away ? platform::SessionEvent::sessionResigned : platform::SessionEvent::sessionActive);
+    });
     self.dialogs = std::make_unique<platform::QtDialogs>(&self.windows->panels());
     return desktop;
 }

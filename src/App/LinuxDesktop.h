@@ -7,6 +7,7 @@
 #include "Platform/Linux/GioLaunching.h"
 #include "Platform/Linux/IconTheme.h"
 #include "Platform/Linux/LauncherBadges.h"
+#include "Platform/Linux/LoginSession.h"
 #include "Platform/Linux/PropertyListDefaults.h"
 #include "Platform/Linux/PulseAudio.h"
 #include "Platform/Linux/XdgLoginItem.h"
@@ -47,6 +48,7 @@ private:
     std::unique_ptr<platform::IconTheme> theme;  // made at the first icon
     std::unique_ptr<platform::X11Platform> windows;
     std::unique_ptr<platform::LauncherBadges> badges;
+    std::unique_ptr<platform::LoginSession> session;
     std::unique_ptr<platform::QtDialogs> dialogs;
 };
 

@@ -10,6 +10,8 @@ void FadeEffect::setOpacity(double opacity)
         return;
     current = opacity;
     setEnabled(current < 1);
+    if (current <= 0)
+        picture = QPixmap();
     if (current < 1) {
         asked = true;
         update();
@@ -21,6 +23,8 @@ void FadeEffect::setOpacity(double opacity)
 
 void FadeEffect::draw(QPainter *painter)
 {
+    if (current <= 0)
+        return;
     if (picture.isNull())
         picture = sourcePixmap(Qt::DeviceCoordinates, &offset, NoPad);
     painter->save();

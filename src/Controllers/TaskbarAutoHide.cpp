@@ -10,6 +10,18 @@ namespace korvane {
 
 using platform::Seconds;
 
+namespace {
+
+// A menu is a window of its own, but the child of the button that opened it.
+bool belongsToPanel(const QWidget *menu)
+{
+    while (menu && !qobject_cast<const TaskbarPanel *>(menu))
+        menu = menu->parentWidget();
+    return menu != nullptr;
+}
+
+}  // namespace
+
 bool TaskbarPanelController::isPaused() const
 {
     return model.systemIsInactive() && model.settings().expertPauseWhenDisplaySleeps;
@@ -84,7 +96,7 @@ void TaskbarPanelController::applySystemPause(bool paused)
 // By what is open above the bar or carried over it: it must not vanish beneath.
 bool TaskbarPanelController::isHeldOpen() const
 {
-    return Popover::anyOpen() || QApplication::activePopupWidget()
+    return Popover::anyOpen() || belongsToPanel(QApplication::activePopupWidget())
            || std::any_of(allPanels.begin(), allPanels.end(),
                           [](const auto &panel) { return panel->view().dragState().draggedTaskID.has_value(); });
 }
@@ -110,33 +122,38 @@ void TaskbarPanelController::updateAutoHide()
     for (const platform::Screen &screen : platform.screens.all())
         screens.push_back(screen.frame);
     const bool held = isHeldOpen();
+    bool heldByMenu = false;  // by the start menu, which may close beneath a pointer that rests
     const platform::Point pointer = platform.pointer.location();
     lastLook = platform.loop.monotonicNow();
-    const auto outcome =
-        AutoHide::update(autoHidePanels(),
-                         {.now = lastLook,
-                          .pointer = pointer,
-                          .screens = screens,
-                          .geometry = overflowGeometry(),
-                          .settings = model.settings(),
-                          .taskOverflowRowsVisible = model.taskOverflowRowsVisible(),
-                          .listOpen = held || !model.openGroupedLists().empty()},
-                         {[this] { return callbacks.startMenuContainsMouse && callbacks.startMenuContainsMouse(); },
-                          [this](double opacity) {
-                              if (callbacks.setStartMenuOpacity)
-                                  callbacks.setStartMenuOpacity(opacity);
-                          },
-                          [this](const platform::Rect &frame) {
-                              if (callbacks.onStart)
-                                  callbacks.onStart(frame);
-                          }});
+    const auto outcome = AutoHide::update(autoHidePanels(),
+                                          {.now = lastLook,
+                                           .pointer = pointer,
+                                           .screens = screens,
+                                           .geometry = overflowGeometry(),
+                                           .settings = model.settings(),
+                                           .taskOverflowRowsVisible = model.taskOverflowRowsVisible(),
+                                           .listOpen = held || !model.openGroupedLists().empty()},
+                                          {[&] {
+                                               const bool contained = callbacks.startMenuContainsMouse
+                                                                      && callbacks.startMenuContainsMouse();
+                                               heldByMenu = heldByMenu || contained;
+                                               return contained;
+                                           },
+                                           [this](double opacity) {
+                                               if (callbacks.setStartMenuOpacity)
+                                                   callbacks.setStartMenuOpacity(opacity);
+                                           },
+                                           [this](const platform::Rect &frame) {
+                                               if (callbacks.onStart)
+                                                   callbacks.onStart(frame);
+                                           }});
     model.setTaskbarHidden(outcome.allHidden);
     if (outcome.fading)
         startFadeTimer();
     else
         stopFadeTimer();
     // Looks that can find nothing new rest until the pointer moves or the model changes.
-    const bool settled = !outcome.waiting && !held && lastPointer == pointer && lastInputs == inputs();
+    const bool settled = !outcome.waiting && !held && !heldByMenu && lastPointer == pointer && lastInputs == inputs();
     lastPointer = pointer;
     lastInputs = inputs();
     if (settled)

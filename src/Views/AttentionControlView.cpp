@@ -150,6 +150,7 @@ void AttentionControlView::showList(bool showing)
 void AttentionControlView::fillList()
 {
     listed = model.attentionApps();
+    column->setContentsMargins(0, metrics::listPadding, 0, metrics::listPadding * (listed.empty() ? 1 : 2));
     while (QLayoutItem *old = column->takeAt(0)) {
         if (old->widget())
             old->widget()->deleteLater();

@@ -214,7 +214,7 @@ void TaskbarView::arrangeRows()
     }
 
     const bool down = settings.autoHideOverflow ? hover.overflowLatchedOpen() : model.taskRowsExpanded();
-    mainRow->arrow().setLook({.symbol = down ? QStringLiteral("chevron.down") : QStringLiteral("chevron.up"),
+    mainRow->arrow().setLook({.symbol = down ? QStringLiteral("chevron.down.bold") : QStringLiteral("chevron.up.bold"),
                               .text = {},
                               .size = metrics::arrowSize});
     mainRow->arrow().setTip(settings.autoHideOverflow

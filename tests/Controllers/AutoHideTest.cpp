@@ -2,8 +2,10 @@
 #include "Controllers/TaskbarPanelController.h"
 #include "Models/ModelFixture.h"
 #include "Views/PaintCounter.h"
+#include "Views/RunningAppGroupButton.h"
 #include "Views/TaskButton.h"
 
+#include <QMenu>
 #include <gtest/gtest.h>
 
 namespace korvane {
@@ -173,6 +175,60 @@ TEST_F(Hiding, TheStartMenuKeepsItToo)
     pointAt(away);
     advance(3);
     EXPECT_EQ(opacity(), 1);
+}
+
+TEST_F(Hiding, AStartMenuThatClosesBeneathARestingPointerLetsTheBarGo)
+{
+    show();
+    inStartMenu = true;
+    pointAt(away);
+    advance(30);
+    ASSERT_EQ(opacity(), 1);
+    inStartMenu = false;
+    advance(1);
+    EXPECT_TRUE(hidden());
+}
+
+TEST_F(Hiding, AMenuOfTheBarHoldsItAndThatOfAnotherWindowDoesNot)
+{
+    show();
+    QWidget other;
+    auto *menus = new QMenu(&panel().view());
+    menus->addAction(QStringLiteral("Something"));
+    QMenu foreign(&other);
+    foreign.addAction(QStringLiteral("Something"));
+    menus->popup({});
+    pointAt(away);
+    advance(5);
+    EXPECT_EQ(opacity(), 1);
+    menus->close();
+    advance(1);
+    EXPECT_TRUE(hidden());
+    foreign.popup({});
+    pointAt({500, 601});
+    advance(1);
+    EXPECT_TRUE(hidden());
+    foreign.close();
+}
+
+TEST_F(Hiding, ABarThatIsGoneDrawsNothingAndIsUpToDateWhenItIsBack)
+{
+    show();
+    pointAt(away);
+    advance(2);
+    ASSERT_TRUE(hidden());
+    settle();
+    PaintCounter paints;
+    model->set(&V::groupingMode, "always");
+    advance(1);
+    settle();
+    EXPECT_EQ(paints.countOf<TaskButton>(), 0);
+    EXPECT_EQ(paints.countOf<RunningAppGroupButton>(), 0);
+    paints.reset();
+    pointAt(edge);
+    advance(0.2);
+    settle();
+    EXPECT_GT(paints.countOf<RunningAppGroupButton>(), 0);
 }
 
 TEST_F(Hiding, TheEmptyPartOfATallPanelDoesNotKeepIt)

@@ -84,6 +84,47 @@ class Hiding(BarCase):
         self.assertEqual((self.desktop.property(self.desktop.root, "_NET_WORKAREA") or [0] * 4)[3], 1080)
 
 
+class HidingBeneathWhatIsOpen(BarCase):
+    settings = {"groupingMode": "always", "autoHideEnabled": True, "mediaSliderDisplay": "Never",
+                "appMonitorRefreshRate": 20}
+
+    def open_by(self, button):
+        self.client = Client(self.desktop, "Writer")
+        self.windows = [self.client.open(number, f"Page {number}") for number in range(3)]
+        self.desktop.move_pointer(600, 1070)
+        self.start_bar()
+        before = self.popups()
+        self.desktop.click_control(self.tab("Writer Tabs"), button)
+        self.desktop.wait_for(lambda: self.popups() == before + 1, "what the click opens")
+
+    def popups(self):
+        """How many menus and lists are shown."""
+        shown = 0
+        for window in self.desktop.root.query_tree().children:
+            try:
+                attributes = window.get_attributes()
+                if attributes.override_redirect and attributes.map_state == 2 and window.get_geometry().width > 50:
+                    shown += 1
+            except Exception:  # it has gone meanwhile
+                continue
+        return shown
+
+    def stays_until_it_is_closed(self):
+        self.desktop.move_pointer(1500, 300)
+        time.sleep(2)
+        self.assertTrue(self.desktop.bar_places())
+        self.desktop.key("Escape")
+        self.desktop.wait_for(lambda: not self.desktop.bar_places(), "the bar to hide", timeout=6)
+
+    def test_waits_for_a_window_list(self):
+        self.open_by(1)
+        self.stays_until_it_is_closed()
+
+    def test_waits_for_a_menu(self):
+        self.open_by(3)
+        self.stays_until_it_is_closed()
+
+
 class HidingUnderACompositor(Hiding):
     compositor = True
 

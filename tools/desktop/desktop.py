@@ -130,6 +130,8 @@ class PrivateDesktop:
         os.makedirs(os.path.join(base, "logs"), exist_ok=True)
         # Not below the directory: the paths of sockets have to be short.
         environment["XDG_RUNTIME_DIR"] = self._temporary_directory("korvane-run-")
+        # A lock of the caller's own session is none of this one.
+        environment["DBUS_SYSTEM_BUS_ADDRESS"] = "unix:path=" + os.path.join(environment["XDG_RUNTIME_DIR"], "system")
         environment.update({
             "LANG": "C.UTF-8",
             "LC_ALL": "C.UTF-8",

@@ -3,6 +3,7 @@
 #include "Platform/X11/Atoms.h"
 #include "Platform/X11/Reply.h"
 
+#include <xcb/shape.h>
 #include <xcb/xcb.h>
 
 namespace korvane::platform {
@@ -55,6 +56,19 @@ protected:
     {
         const auto *screen = xcb_setup_roots_iterator(xcb_get_setup(views)).data;
         return waitFor([&] { return numbers(screen->root, x11::Atom::netClientListStacking) == bottomToTop; });
+    }
+
+    // What is left of the window, as x, y, width and height of its parts.
+    std::vector<std::vector<int>> shape(xcb_window_t window)
+    {
+        const x11::Reply<xcb_shape_get_rectangles_reply_t> reply{xcb_shape_get_rectangles_reply(
+            views, xcb_shape_get_rectangles(views, window, XCB_SHAPE_SK_BOUNDING), nullptr)};
+        std::vector<std::vector<int>> parts;
+        for (int i = 0; reply && i < xcb_shape_get_rectangles_rectangles_length(reply.get()); ++i) {
+            const auto &part = xcb_shape_get_rectangles_rectangles(reply.get())[i];
+            parts.push_back({part.x, part.y, part.width, part.height});
+        }
+        return parts;
     }
 
     xcb_connection_t *views = nullptr;
@@ -110,6 +124,90 @@ TEST_F(PanelsOnX11, AnOrderedPanelComesToTheFrontOfItsLevel)
     ASSERT_TRUE(stacked({inbox, first, second}));
     platform->panels().orderFrontRegardless(first);
     EXPECT_TRUE(stacked({inbox, second, first}));
+}
+
+TEST_F(PanelsOnX11, APanelIsWhereItsShapeIs)
+{
+    const auto window = makeWindow();
+    EXPECT_EQ(shape(window), (std::vector<std::vector<int>>{{0, 0, 1280, 44}}));
+    platform->panels().setShape(window, {{0, 10, 1280, 34}, {40.5, 0, 100, 10}});
+    EXPECT_EQ(shape(window), (std::vector<std::vector<int>>{{40, 0, 101, 10}, {0, 10, 1280, 34}}));
+}
+
+TEST_F(PanelsOnX11, APanelThatIgnoresTheMouseIsNowhereAndComesBackInItsShape)
+{
+    const auto window = makeWindow();
+    platform->panels().setIgnoresMouse(window, true);
+    EXPECT_TRUE(shape(window).empty());
+    platform->panels().setIgnoresMouse(window, false);
+    EXPECT_EQ(shape(window), (std::vector<std::vector<int>>{{0, 0, 1280, 44}}));
+    platform->panels().setShape(window, {{0, 10, 1280, 34}});
+    platform->panels().setIgnoresMouse(window, true);
+    // What it shows may change meanwhile.
+    platform->panels().setShape(window, {{0, 20, 1280, 24}});
+    EXPECT_TRUE(shape(window).empty());
+    platform->panels().setIgnoresMouse(window, false);
+    EXPECT_EQ(shape(window), (std::vector<std::vector<int>>{{0, 20, 1280, 24}}));
+}
+
+TEST_F(PanelsOnX11, AShapeIsInPointsAndCutsNoPixelOff)
+{
+    platform = X11Platform::open({server.display(), 2, views}, loop, catalogue, {});
+    const auto window = makeWindow();
+    platform->panels().setShape(window, {{0, 5, 640, 17}, {10.25, 0, 10, 5}});
+    EXPECT_EQ(shape(window), (std::vector<std::vector<int>>{{20, 0, 21, 10}, {0, 10, 1280, 34}}));
+}
+
+// A desktop of 1280 by 1024 pixels, cut into monitors.
+class StripsOnX11 : public PanelsOnX11 {
+protected:
+    using Numbers = std::vector<std::uint32_t>;
+
+    // The first one takes the place of the server's own.
+    void cut(const std::vector<std::string> &monitors)
+    {
+        for (std::size_t i = 0; i < monitors.size(); ++i)
+            server.run({"xrandr", "--setmonitor", (i == 0 ? "*" : "") + std::string("part") + std::to_string(i),
+                        monitors[i], i == 0 ? "screen" : "none"});
+        ASSERT_TRUE(waitFor([&] { return platform->screens().all().size() == monitors.size(); }));
+        loop.turnFor(Seconds(0.1));
+    }
+    Numbers reserved(std::size_t screen)
+    {
+        const auto window = makeWindow();
+        Rect strip = platform->screens().all().at(screen).frame;
+        strip.height = 34;
+        platform->panels().reserveStrip(window, strip);
+        const Numbers partial = numbers(window, x11::Atom::netWmStrutPartial);
+        // Managers that know the older property only read the same four.
+        EXPECT_EQ(numbers(window, x11::Atom::netWmStrut),
+                  Numbers(partial.begin(), partial.begin() + (partial.empty() ? 0 : 4)));
+        platform->panels().reserveStrip(window, std::nullopt);
+        EXPECT_TRUE(numbers(window, x11::Atom::netWmStrutPartial).empty());
+        EXPECT_TRUE(numbers(window, x11::Atom::netWmStrut).empty());
+        return partial;
+    }
+};
+
+TEST_F(StripsOnX11, TheStripIsAsHighAsTheBarAndAsWideAsTheScreen)
+{
+    EXPECT_EQ(reserved(0), (Numbers{0, 0, 0, 34, 0, 0, 0, 0, 0, 0, 0, 1279}));
+    platform = X11Platform::open({server.display(), 2, views}, loop, catalogue, {});
+    EXPECT_EQ(reserved(0), (Numbers{0, 0, 0, 68, 0, 0, 0, 0, 0, 0, 0, 1279}));
+}
+
+TEST_F(StripsOnX11, AScreenThatEndsHigherReservesAlsoWhatNobodySeesBelowIt)
+{
+    cut({"800/200x1024/300+0+0", "480/100x600/200+800+0"});
+    EXPECT_EQ(reserved(0), (Numbers{0, 0, 0, 34, 0, 0, 0, 0, 0, 0, 0, 799}));
+    EXPECT_EQ(reserved(1), (Numbers{0, 0, 0, 458, 0, 0, 0, 0, 0, 0, 800, 1279}));
+}
+
+TEST_F(StripsOnX11, AScreenAboveAnotherReservesNothingOfIt)
+{
+    cut({"1280/300x500/150+0+0", "1000/300x524/150+100+500"});
+    EXPECT_EQ(reserved(0), Numbers());
+    EXPECT_EQ(reserved(1), (Numbers{0, 0, 0, 34, 0, 0, 0, 0, 0, 0, 100, 1099}));
 }
 
 TEST_F(PanelsOnX11, ACompositorThatComesAndGoesIsNoticed)
