@@ -30,12 +30,15 @@ void PointerFollower::look()
         if (const auto place = platform.pointer.location(); place != std::exchange(last, place))
             moved(place);
     });
-    if (const auto place = platform.pointer.location(); place != std::exchange(last, place)) {
-        // On its way: look again rather than wait for a motion that may have been the last one.
+    const auto place = platform.pointer.location();
+    const bool onItsWay = place != std::exchange(last, place);
+    // Look again rather than wait for a motion that may have been the last one, or that nobody tells of.
+    if (onItsWay || !motion) {
+        timer = platform.loop.after(onItsWay ? interval : restingInterval, [this] { look(); });
         motion.reset();
-        timer = platform.loop.after(interval, [this] { look(); });
-        moved(place);
     }
+    if (onItsWay)
+        moved(place);
 }
 
 }  // namespace korvane

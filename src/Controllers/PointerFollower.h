@@ -11,6 +11,8 @@ class PointerFollower {
 public:
     // At most so often a place is told.
     static constexpr platform::Seconds interval{0.033};
+    // Between two looks at a resting pointer, where the system does not tell of its motion.
+    static constexpr platform::Seconds restingInterval{0.15};
 
     PointerFollower(platform::Platform &platform, std::function<void(platform::Point)> moved);
 

@@ -13,7 +13,8 @@ public:
     // A button went down, on whatever window, also while a menu or a drag has the pointer. The press goes on to its
     // target unchanged.
     [[nodiscard]] virtual Subscription observePresses(std::function<void()> callback) = 0;
-    // Calls once, at the pointer's next motion. Waiting for it costs nothing while the pointer rests.
+    // Calls once, at the pointer's next motion. Waiting for it costs nothing while the pointer rests. Null where the
+    // system does not tell.
     [[nodiscard]] virtual Subscription nextMotion(std::function<void()> callback) = 0;
 };
 

@@ -105,6 +105,14 @@ void AttentionControlView::updateFromModel()
         fillList();
 }
 
+// Its list goes with it, also the one that a resting pointer was about to open.
+void AttentionControlView::hideEvent(QHideEvent *event)
+{
+    SymbolButton::hideEvent(event);
+    hover.hover(false);
+    hover.dismissed();
+}
+
 void AttentionControlView::paintEvent(QPaintEvent *)
 {
     const auto mark = NotificationMarks::ofStyle(markStyle, metrics::attentionButtonMarkSize);
@@ -142,6 +150,7 @@ void AttentionControlView::showList(bool showing)
 void AttentionControlView::fillList()
 {
     listed = model.attentionApps();
+    column->setContentsMargins(0, metrics::listPadding, 0, metrics::listPadding * (listed.empty() ? 1 : 2));
     while (QLayoutItem *old = column->takeAt(0)) {
         if (old->widget())
             old->widget()->deleteLater();

@@ -47,7 +47,7 @@ void LevelControlView::wheelEvent(QWheelEvent *event)
 {
     // A touchpad tells of its fingers' way in pixels, a wheel of its notches.
     const double delta = event->pixelDelta().isNull() ? event->angleDelta().y() / notch : event->pixelDelta().y();
-    event->setAccepted(level.scroll(event->inverted() ? -delta : delta));
+    event->setAccepted(level.scroll(delta));
 }
 
 void LevelControlView::showEvent(QShowEvent *event)
@@ -107,11 +107,7 @@ void LevelControlView::update()
         makePopover();
     if (!popover)
         return;
-    const double ratio = devicePixelRatioF();
-    QPixmap drawn = QPixmap::fromImage(platform::symbolImage(
-        symbol.toStdString(), static_cast<int>(std::ceil(metrics::sliderSymbolSize * ratio)), Qt::white));
-    drawn.setDevicePixelRatio(ratio);
-    picture->setPixmap(drawn);
+    showPicture(symbol);
     percent->setText(QStringLiteral("%1%").arg(TrayRules::percent(level.level())));
     {
         const QSignalBlocker quiet(sliderWidget);
@@ -121,6 +117,19 @@ void LevelControlView::update()
         popover->close();
     else if (!popover->isOpen())
         popover->open(clicked ? Popover::Keyboard::taken : Popover::Keyboard::left);
+}
+
+// The symbol changes more rarely than the level.
+void LevelControlView::showPicture(const QString &symbol)
+{
+    const double ratio = devicePixelRatioF();
+    if (pictured == symbol && picture->pixmap(Qt::ReturnByValue).devicePixelRatio() == ratio)
+        return;
+    pictured = symbol;
+    QPixmap drawn = QPixmap::fromImage(platform::symbolImage(
+        symbol.toStdString(), static_cast<int>(std::ceil(metrics::sliderSymbolSize * ratio)), Qt::white));
+    drawn.setDevicePixelRatio(ratio);
+    picture->setPixmap(drawn);
 }
 
 BrightnessControlView::BrightnessControlView(AppModel &model, platform::Platform &system, QWidget *parent)

@@ -44,6 +44,7 @@ protected:
 private:
     void update();
     void makePopover();
+    void showPicture(const QString &symbol);
 
     platform::Platform &platform;
     Style style;
@@ -51,6 +52,7 @@ private:
     QPointer<Popover> popover;
     QLabel *picture = nullptr, *percent = nullptr;
     QSlider *sliderWidget = nullptr;
+    QString pictured;      // the symbol beside the slider
     bool clicked = false;  // opened by a click, which gives it the keys
 };
 

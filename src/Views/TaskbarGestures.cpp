@@ -157,6 +157,7 @@ void TaskbarView::armResize(const std::string &entryID)
         return;
     delete resizeHandle;
     armedID = entryID;
+    arrangeControls();
     arrangeResizeHandle();
 }
 

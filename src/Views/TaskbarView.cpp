@@ -26,8 +26,7 @@ TaskbarView::TaskbarView(AppModel &appModel, ViewServices &viewServices, platfor
             appModel.settings().autoHideOverflow),
       knownGroupMembers(appModel.settings().customGroupMembers), mainRow(new MainRowView(this)),
       attention(new AttentionControlView(appModel, viewServices, system, true, mainRow)),
-      clock(new ClockView(system, mainRow)), brightness(new BrightnessControlView(appModel, system, mainRow)),
-      volume(new VolumeControlView(appModel, system, mainRow)), cue(new TaskDropCue(this))
+      clock(new ClockView(system, mainRow)), cue(new TaskDropCue(this))
 {
     setAcceptDrops(true);
     dropActions = {
@@ -186,7 +185,7 @@ void TaskbarView::arrangeRows()
     while (cards.size() > places.cards.size()) {
         // Its tabs and its controls move to other rows in this same pass.
         for (QWidget *control : {static_cast<QWidget *>(brightness), static_cast<QWidget *>(volume)})
-            if (control->parentWidget() == cards.back())
+            if (control && control->parentWidget() == cards.back())
                 control->setParent(mainRow);
         for (auto *task : cards.back()->tabArea().findChildren<TaskButton *>(Qt::FindDirectChildrenOnly))
             task->setParent(&mainRow->tabArea());
@@ -215,7 +214,7 @@ void TaskbarView::arrangeRows()
     }
 
     const bool down = settings.autoHideOverflow ? hover.overflowLatchedOpen() : model.taskRowsExpanded();
-    mainRow->arrow().setLook({.symbol = down ? QStringLiteral("chevron.down") : QStringLiteral("chevron.up"),
+    mainRow->arrow().setLook({.symbol = down ? QStringLiteral("chevron.down.bold") : QStringLiteral("chevron.up.bold"),
                               .text = {},
                               .size = metrics::arrowSize});
     mainRow->arrow().setTip(settings.autoHideOverflow
@@ -248,13 +247,28 @@ void TaskbarView::arrangeControls()
 
     const std::string &display = model.settings().mediaSliderDisplay;
     const bool onCard = display == "Overflow" && !cards.empty(), onBar = display == "Taskbar";
+    if (!onCard && !onBar) {
+        // Nobody is to be asked for levels that nobody sees.
+        for (QWidget *control : {static_cast<QWidget *>(brightness), static_cast<QWidget *>(volume)})
+            if (control) {
+                control->hide();
+                control->deleteLater();
+            }
+        brightness = nullptr;
+        volume = nullptr;
+        return;
+    }
+    if (!brightness) {
+        brightness = new BrightnessControlView(model, platform, mainRow);
+        volume = new VolumeControlView(model, platform, mainRow);
+    }
     QWidget *const parent = onCard ? static_cast<QWidget *>(cards.front()) : mainRow;
     const QRect room = onCard ? cards.front()->mediaPlace() : places.mediaControls;
     const QSize size(metrics::trayButtonWidth, room.height());
     put(*brightness, parent, QRect(room.topLeft(), size));
     put(*volume, parent, QRect(room.topLeft() + QPoint(metrics::trayButtonWidth, 0), size));
-    for (QWidget *control : {static_cast<QWidget *>(brightness), static_cast<QWidget *>(volume)})
-        control->setVisible(onCard || onBar);
+    brightness->show();
+    volume->show();
 }
 
 void TaskbarView::clickedLock()

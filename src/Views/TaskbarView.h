@@ -137,8 +137,9 @@ private:
     MainRowView *mainRow;
     AttentionControlView *attention;
     ClockView *clock;
-    BrightnessControlView *brightness;
-    VolumeControlView *volume;
+    // Null while the settings have them nowhere.
+    BrightnessControlView *brightness = nullptr;
+    VolumeControlView *volume = nullptr;
     std::vector<OverflowRowCard *> cards;  // nearest the bar first
     std::unordered_map<std::string, TaskButton *> buttons;
     TaskDropCue *cue;

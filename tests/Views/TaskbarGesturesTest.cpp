@@ -145,7 +145,7 @@ TEST_F(Gestures, TheArrowPinsTheRowsOpen)
     EXPECT_EQ(control("Tuck overflow"), nullptr);
     QTest::mouseClick(control("Expand all overflow"), Qt::LeftButton);
     EXPECT_EQ(cards()[0]->height(), 34);
-    EXPECT_EQ(control("Tuck overflow")->currentLook().symbol, "chevron.down");
+    EXPECT_EQ(control("Tuck overflow")->currentLook().symbol, "chevron.down.bold");
     QTest::mouseClick(control("Tuck overflow"), Qt::LeftButton);
     EXPECT_LT(cards()[0]->height(), 34);
 }

@@ -143,6 +143,25 @@ TEST_F(Tray, APressElsewhereClosesTheSlider)
     EXPECT_FALSE(volume->control().showingSlider());
 }
 
+TEST_F(Tray, OfASliderOnlyWhatChangesIsDrawn)
+{
+    desktop.audio.output = 7;
+    desktop.audio.volumes = {{{7, 0}, 0.5F}};
+    auto *volume = add<VolumeControlView>(*model, platform);
+    QTest::mouseClick(volume, Qt::LeftButton);
+    settle();
+    PaintCounter paints;
+    desktop.audio.announceChange();
+    desktop.loop.runPosted();
+    settle();
+    EXPECT_EQ(paints.count(), 0);
+    // Still two arcs: the button and the symbol beside the slider stay as they are.
+    volume->slider()->setValue(510);
+    settle();
+    EXPECT_EQ(paints.countOf<VolumeControlView>(), 0);
+    EXPECT_EQ(paints.countOf<QLabel>(), 1);
+}
+
 // ---------------------------------------------------------------------------------------------------- clock
 
 class Clock : public Tray {
@@ -280,6 +299,37 @@ TEST_F(Attention, TheOpenListFollowsTheModel)
     control->updateFromModel();
     settle();
     EXPECT_EQ(texts(*control->openList()), (QStringList{"Notifications", "Mail", "Chat"}));
+}
+
+TEST_F(Attention, TheListGoesWithItsButton)
+{
+    badge(1, "Mail");
+    auto *control = makeList();
+    QTest::mouseClick(control, Qt::LeftButton);
+    ASSERT_TRUE(control->openList());
+    control->hide();
+    EXPECT_FALSE(control->openList());
+    EXPECT_FALSE(Popover::anyOpen());
+    control->show();
+    QTest::mouseClick(control, Qt::LeftButton);
+    EXPECT_TRUE(control->openList());
+}
+
+TEST_F(Attention, AButtonThatGoesUnderAPointerOpensNothing)
+{
+    badge(1, "Mail");
+    auto *control = makeList();
+    const QPointF middle(control->rect().center());
+    QEnterEvent enter(middle, middle, control->mapToGlobal(middle));
+    QApplication::sendEvent(control, &enter);
+    advance(1);
+    control->hide();
+    advance(10);
+    EXPECT_FALSE(Popover::anyOpen());
+    control->show();
+    QApplication::sendEvent(control, &enter);
+    advance(1.2);
+    EXPECT_TRUE(Popover::anyOpen());
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 
 import unittest
 
+from Xlib import X, error as xerror
+
 from bar_case import BarCase, Client
 
 
@@ -21,14 +23,14 @@ class Buttons(BarCase):
         return [tab.name for tab in sorted(self.buttons(), key=lambda tab: tab.x)]
 
     def override_windows(self):
-        """How many windows without a frame are shown beside the bar: menus and popovers."""
+        """How many windows without a frame the bar shows: its menus and popovers."""
         shown = 0
         for window in self.desktop.root.query_tree().children:
             try:
                 attributes = window.get_attributes()
-                if attributes.override_redirect and attributes.map_state == 2 and window.get_geometry().width > 50:
-                    shown += 1
-            except Exception:  # it has gone meanwhile
+                ours = "korvane" in self.desktop.window_class(window.id)[0].casefold()
+                shown += ours and attributes.override_redirect and attributes.map_state == X.IsViewable
+            except (xerror.BadWindow, xerror.BadDrawable):  # it has gone meanwhile
                 continue
         return shown
 

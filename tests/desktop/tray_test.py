@@ -97,7 +97,11 @@ class Tray(BarCase):
     def test_the_attention_list_opens_by_a_click_and_by_a_resting_pointer(self):
         other = Client(self.desktop, "Chat")
         window = other.open(1, "Talk")
+        self.tab("Talk")
+        self.desktop.wait_for(lambda: window in self.desktop.client_windows(), "the window to be managed")
+        # A window that gets the focus has the attention that it wants.
         self.desktop.activate(self.window)
+        self.desktop.wait_for(lambda: self.desktop.active_window() == self.window, "the other window")
         self.demand_attention(window)
         mark = self.control("Notifications")
         self.desktop.click_control(mark)

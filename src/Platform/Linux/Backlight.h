@@ -14,7 +14,8 @@ namespace korvane::platform {
 
 // Asks for a device's brightness to be set, without waiting. False when there is nobody to ask.
 using BacklightWriter = std::function<bool(const std::string &device, std::uint32_t brightness)>;
-// That of the user's session at logind.
+// That of the user's session at logind, over the system's bus. The first time it answers true before logind has; after
+// a refusal false, until a later wish is granted.
 BacklightWriter logindBacklightWriter();
 
 class Backlight final : public Brightness {

@@ -53,9 +53,9 @@ public:
             pa_cvolume_scale(&wanted, value);
         else
             wanted.values[element - 1] = value;
-        drop(pa_context_set_sink_volume_by_index(context, known->index, &wanted, nullptr, nullptr));
+        sent(pa_context_set_sink_volume_by_index(context, known->index, &wanted, written, this));
         if (known->muted && volume > 0)
-            drop(pa_context_set_sink_mute_by_index(context, known->index, 0, nullptr, nullptr));
+            sent(pa_context_set_sink_mute_by_index(context, known->index, 0, written, this));
         // The next read comes before the server's answer.
         known->volume = wanted;
         known->muted = known->muted && !(volume > 0);
@@ -71,6 +71,18 @@ private:
     {
         if (operation)
             pa_operation_unref(operation);
+    }
+    void sent(pa_operation *write)
+    {
+        if (write)
+            ++unanswered;
+        drop(write);
+    }
+    static void written(pa_context *, int, void *data)
+    {
+        Server &self = of(data);
+        if (--self.unanswered == 0)
+            self.read();
     }
     bool isReady() const { return context && pa_context_get_state(context) == PA_CONTEXT_READY; }
 
@@ -99,6 +111,9 @@ private:
         pa_context_disconnect(context);
         pa_context_unref(context);
         context = nullptr;
+        // Nothing under way is answered any more.
+        unanswered = 0;
+        reading = readAgain = false;
     }
 
     void stateChanged()
@@ -137,33 +152,60 @@ private:
             });
     }
 
+    // One at a time, however many changes the server tells of. What it says while something written is under way may
+    // be older than that; the last answer to a write reads again.
     void read()
     {
-        drop(pa_context_get_server_info(
+        if (unanswered > 0)
+            return;
+        readAgain = reading;
+        if (reading)
+            return;
+        reading = true;
+        answer.reset();
+        expect(pa_context_get_server_info(
             context,
             [](pa_context *, const pa_server_info *info, void *data) {
-                if (!info || !info->default_sink_name)
-                    of(data).learn(std::nullopt);
-                else
+                if (info && info->default_sink_name)
                     of(data).readSink(info->default_sink_name);
+                else
+                    of(data).readEnded();
             },
             this));
     }
 
     void readSink(const char *name)
     {
-        drop(pa_context_get_sink_info_by_name(
+        expect(pa_context_get_sink_info_by_name(
             context, name,
             [](pa_context *, const pa_sink_info *info, int end, void *data) {
                 if (info)
-                    of(data).learn(Output{info->index, info->volume, info->mute != 0});
-                else if (end < 0)
-                    of(data).learn(std::nullopt);
+                    of(data).answer = Output{info->index, info->volume, info->mute != 0};
+                if (end != 0)
+                    of(data).readEnded();
             },
             this));
     }
 
-    void learn(std::optional<Output> output)
+    void expect(pa_operation *operation)
+    {
+        if (operation)
+            pa_operation_unref(operation);
+        else
+            readEnded();
+    }
+
+    void readEnded()
+    {
+        reading = false;
+        if (unanswered > 0)
+            return;
+        learn(answer);
+        if (std::exchange(readAgain, false))
+            read();
+    }
+
+    void learn(const std::optional<Output> &output)
     {
         const bool same = output.has_value() == known.has_value()
                           && (!output
@@ -186,8 +228,10 @@ private:
     pa_glib_mainloop *glib;
     pa_context *context = nullptr;
     bool connecting = false, told = false;
+    bool reading = false, readAgain = false;
+    int unanswered = 0;  // writes
     std::size_t attempts = 0;
-    std::optional<Output> known;
+    std::optional<Output> known, answer;
     Subscription retry;
     std::shared_ptr<bool> alive = std::make_shared<bool>(true);
 };

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <ctime>
 #include <deque>
 #include <limits>
 #include <map>
@@ -248,7 +249,7 @@ private:
     void arm()
     {
         itimerspec never{};
-        never.it_value.tv_sec = std::numeric_limits<std::int32_t>::max();
+        never.it_value.tv_sec = std::numeric_limits<std::time_t>::max();
         timerfd_settime(descriptor, TFD_TIMER_ABSTIME | TFD_TIMER_CANCEL_ON_SET, &never, nullptr);
     }
 

@@ -89,17 +89,20 @@ public:
     }
     [[nodiscard]] platform::Subscription nextMotion(std::function<void()> callback) override
     {
-        return motions->add(std::move(callback));
+        return tellsMotion ? motions->add(std::move(callback)) : nullptr;
     }
 
     void press();
     // Those who wait for a motion hear of this one and of no other.
     void move();
+    // Whether the system tells of motions at all.
+    void setTellsMotion(bool tells) { tellsMotion = tells; }
     std::size_t waitingForMotion() const { return motions->count(); }
     std::size_t watchingPresses() const { return presses->count(); }
 
 private:
     VirtualLoop &loop;
+    bool tellsMotion = true;
     std::shared_ptr<Observers<>> presses = std::make_shared<Observers<>>(), motions = std::make_shared<Observers<>>();
 };
 

@@ -91,6 +91,8 @@ Subscription X11Events::observePresses(std::function<void()> callback)
 
 Subscription X11Events::nextMotion(std::function<void()> callback)
 {
+    if (extension == 0)
+        return nullptr;
     auto shared = std::make_shared<std::function<void()>>(std::move(callback));
     observers->motions.push_back(shared);
     observers->select();

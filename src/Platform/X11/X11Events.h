@@ -13,7 +13,7 @@ public:
     explicit X11Events(x11::Connection &connection);
     ~X11Events() override;
 
-    // Without the extension nothing is ever told.
+    // Without the extension nothing is ever told, and no motion can be waited for.
     [[nodiscard]] Subscription observePresses(std::function<void()> callback) override;
     [[nodiscard]] Subscription nextMotion(std::function<void()> callback) override;
 

@@ -1,14 +1,37 @@
 // Over a made-up tree of devices.
 #include "Platform/Linux/Backlight.h"
 
+#include "LevelContracts.h"
 #include "ManualLoop.h"
 #include "TemporaryDirectory.h"
 
+#include <cmath>
 #include <fstream>
 #include <gtest/gtest.h>
 
 namespace korvane::platform {
 namespace {
+
+class BacklightHarness final : public BrightnessHarness {
+public:
+    Brightness &brightness() override { return backlight; }
+    void changeElsewhere(float level) override
+    {
+        const auto folder = directory.path() / "panel";
+        std::filesystem::create_directories(folder);
+        std::ofstream(folder / "max_brightness") << 1000;
+        std::ofstream(folder / "brightness") << std::lround(level * 1000);
+    }
+
+private:
+    TemporaryDirectory directory;
+    ManualLoop loop;
+    Backlight backlight{loop, {}, directory.path()};
+};
+
+INSTANTIATE_TEST_SUITE_P(Backlight, BrightnessContract, ::testing::Values([]() -> std::unique_ptr<BrightnessHarness> {
+                             return std::make_unique<BacklightHarness>();
+                         }));
 
 class BacklightTree : public ::testing::Test {
 protected:
@@ -82,6 +105,27 @@ TEST_F(BacklightTree, NonsenseInTheFilesIsNoDevice)
     EXPECT_FALSE(make().current());
     add("beyond", "raw", 500, 10);
     EXPECT_FLOAT_EQ(make().current().value(), 1.0F);
+}
+
+// A file of the kernel that nobody may write, whoever runs this.
+TEST_F(BacklightTree, WhereTheFileIsNotToBeWrittenTheSessionIsAskedAndItsWishIsShownForAWhile)
+{
+    add("panel", "raw", 0, 1000);
+    const auto file = directory.path() / "panel" / "brightness";
+    std::filesystem::remove(file);
+    std::filesystem::create_symlink("/proc/sys/kernel/cap_last_cap", file);
+    auto backlight = make();
+    const float before = backlight.current().value();
+    ASSERT_GT(before, 0);
+    ASSERT_LT(before, 0.5F);
+    EXPECT_TRUE(backlight.set(0.8F));
+    EXPECT_EQ(asked, (std::vector<std::pair<std::string, std::uint32_t>>{{"panel", 800}}));
+    EXPECT_FLOAT_EQ(backlight.current().value(), 0.8F);
+    loop.now = Seconds(0.5);
+    EXPECT_FLOAT_EQ(backlight.current().value(), before);
+    sessionAnswers = false;
+    EXPECT_FALSE(backlight.set(0.9F));
+    EXPECT_FLOAT_EQ(backlight.current().value(), before);
 }
 
 }  // namespace

@@ -10,7 +10,7 @@ namespace korvane::platform {
 
 class ManualLoop final : public MainLoop {
 public:
-    Seconds monotonicNow() const override { return {}; }
+    Seconds monotonicNow() const override { return now; }
     Seconds wallNow() const override { return {}; }
     Subscription repeat(Seconds, Seconds, std::function<void()>) override { return nullptr; }
     Subscription after(Seconds, std::function<void()>) override { return nullptr; }
@@ -24,6 +24,7 @@ public:
     }
 
     std::vector<std::function<void()>> posted;
+    Seconds now{0};
 };
 
 }  // namespace korvane::platform

@@ -2,6 +2,7 @@
 #include "DefaultsContract.h"
 #include "IconsContract.h"
 #include "LaunchingContract.h"
+#include "LevelContracts.h"
 #include "LoginItemContract.h"
 #include "MainLoopContract.h"
 
@@ -64,6 +65,44 @@ private:
     simulated::SimulatedLoginItem loginItem;
 };
 
+class SimulatedAudioHarness final : public AudioHarness {
+public:
+    AudioProperties &audio() override { return backend; }
+    void plug(float volume) override
+    {
+        backend.output = number;
+        changeElsewhere(volume);
+    }
+    void changeElsewhere(float volume) override
+    {
+        for (const std::uint32_t element : {0U, 1U, 2U})
+            backend.volumes[{number, element}] = volume;
+        backend.announceChange();
+    }
+    void unplug() override
+    {
+        backend.output.reset();
+        backend.volumes.clear();
+        backend.announceChange();
+    }
+    bool waitFor(const std::function<bool()> &condition) override { return loop.runUntil(condition, Seconds(1)); }
+    void settle() override { loop.advance(Seconds(1)); }
+
+private:
+    static constexpr std::uint32_t number = 7;
+    simulated::VirtualLoop loop;
+    simulated::SimulatedAudio backend{loop};
+};
+
+class SimulatedBrightnessHarness final : public BrightnessHarness {
+public:
+    Brightness &brightness() override { return backend; }
+    void changeElsewhere(float level) override { backend.level = level; }
+
+private:
+    simulated::SimulatedBrightness backend;
+};
+
 template <simulated::Behaviour behaviour> std::unique_ptr<LaunchingHarness> makeLaunching()
 {
     return std::make_unique<VirtualLaunchingHarness>(behaviour);
@@ -74,6 +113,12 @@ INSTANTIATE_TEST_SUITE_P(Simulated, LaunchingContract,
                                          &makeLaunching<simulated::Behaviour::live>));
 INSTANTIATE_TEST_SUITE_P(Simulated, LoginItemContract, testing::Values([]() -> std::unique_ptr<LoginItemHarness> {
                              return std::make_unique<SimulatedLoginItemHarness>();
+                         }));
+INSTANTIATE_TEST_SUITE_P(Simulated, AudioContract, testing::Values([]() -> std::unique_ptr<AudioHarness> {
+                             return std::make_unique<SimulatedAudioHarness>();
+                         }));
+INSTANTIATE_TEST_SUITE_P(Simulated, BrightnessContract, testing::Values([]() -> std::unique_ptr<BrightnessHarness> {
+                             return std::make_unique<SimulatedBrightnessHarness>();
                          }));
 INSTANTIATE_TEST_SUITE_P(Simulated, MainLoopContract, testing::Values([]() -> std::unique_ptr<MainLoopHarness> {
                              return std::make_unique<VirtualHarness>();
