@@ -217,8 +217,8 @@ TEST_F(Hiding, ABarThatIsGoneDrawsNothingAndIsUpToDateWhenItIsBack)
     pointAt(away);
     advance(2);
     ASSERT_TRUE(hidden());
-    settle();
     PaintCounter paints;
+    settle();
     model->set(&V::groupingMode, "always");
     advance(1);
     settle();

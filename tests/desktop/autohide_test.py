@@ -1,5 +1,7 @@
 """A bar that hides, on a real X server: with and without a compositor."""
 
+import os
+import subprocess
 import time
 import unittest
 
@@ -123,6 +125,43 @@ class HidingBeneathWhatIsOpen(BarCase):
     def test_waits_for_a_menu(self):
         self.open_by(3)
         self.stays_until_it_is_closed()
+
+
+class HidingOfASessionThatIsLeft(BarCase):
+    settings = {"groupingMode": "never", "autoHideEnabled": True, "mediaSliderDisplay": "Never",
+                "appMonitorRefreshRate": 20}
+
+    def setUp(self):
+        super().setUp()
+        address = self.desktop.environment["DBUS_SYSTEM_BUS_ADDRESS"]
+        self.desktop.start(["dbus-daemon", "--session", "--nofork", "--nopidfile", "--address=" + address])
+        self.desktop.wait_for(lambda: os.path.exists(address.removeprefix("unix:path=")), "the system's bus")
+        script = os.path.join(os.path.dirname(os.path.abspath(__file__)), "session_manager.py")
+        self.manager = self.desktop.start(["/usr/bin/python3", script, address], stdin=subprocess.PIPE,
+                                          stdout=subprocess.PIPE)
+        self.assertEqual(self.manager.stdout.readline(), b"ready\n")
+
+    def change(self, name, value):
+        self.manager.stdin.write(f"{name} {value}\n".encode())
+        self.manager.stdin.flush()
+        self.assertEqual(self.manager.stdout.readline(), b"done\n")
+
+    def test_looks_at_nothing_until_it_is_back(self):
+        self.client = Client(self.desktop, "Writer")
+        self.client.open(1, "Page 1")
+        self.desktop.move_pointer(600, 1079)
+        self.start_bar()
+        self.wait_for_tabs(["Page 1"])
+        for name, gone, back in (("Active", "false", "true"), ("LockedHint", "true", "false")):
+            self.change(name, gone)
+            time.sleep(0.3)
+            self.desktop.move_pointer(600, 400)
+            time.sleep(1.5)
+            self.assertTrue(self.desktop.bar_places(), name)
+            self.change(name, back)
+            self.desktop.wait_for(lambda: not self.desktop.bar_places(), "the bar to hide", timeout=6)
+            self.desktop.move_pointer(600, 1079)
+            self.desktop.wait_for(self.desktop.bar_places, "the bar to come back", timeout=6)
 
 
 class HidingUnderACompositor(Hiding):
