@@ -167,13 +167,13 @@ void GroupWindowList::arrangeScrolling()
         scroll->verticalScrollBar()->setPalette(QPalette(Qt::white, metrics::popoverControl, metrics::popoverControl,
                                                          metrics::popoverTrack, metrics::popoverControl, Qt::white,
                                                          Qt::white, metrics::popoverTrack, metrics::popoverTrack));
-        column->replaceWidget(rowArea, scroll);
+        delete column->replaceWidget(rowArea, scroll);  // the item it stood in, which nobody keeps
         scroll->setWidget(rowArea);
         rowArea->setAutoFillBackground(false);
         scroll->show();
     } else if (!GroupButtons::listScrolls(group) && scroll) {
         scroll->takeWidget();
-        column->replaceWidget(scroll, rowArea);
+        delete column->replaceWidget(scroll, rowArea);
         rowArea->setParent(this);
         rowArea->show();
         delete std::exchange(scroll, nullptr);

@@ -47,6 +47,7 @@ TaskbarView::TaskbarView(AppModel &appModel, ViewServices &viewServices, platfor
 TaskbarView::~TaskbarView()
 {
     // Before what they were lent.
+    delete resizeHandle;
     qDeleteAll(findChildren<TaskButton *>());
 }
 
