@@ -33,11 +33,12 @@ def children(accessible):
 
 def describe(accessible, path, depth=0):
     component = accessible.get_component_iface()
+    # The states before the place: what is not shown yet has none, and what has come up in between is then no lie.
+    states = accessible.get_state_set()
     place = [0, 0, 0, 0]
     if component is not None:
         extents = component.get_extents(Atspi.CoordType.SCREEN)
         place = [extents.x, extents.y, extents.width, extents.height]
-    states = accessible.get_state_set()
     node = {
         "name": accessible.get_name() or "",
         "description": accessible.get_description() or "",
