@@ -97,9 +97,23 @@ void paintRoundedFill(QPainter &painter, const QRect &rectangle, int radius, con
         painter.fillRect(rectangle, color);
         return;
     }
+    const QTransform toPixels = painter.deviceTransform();
+    const double ratio = toPixels.m11();
+    if (ratio != std::floor(ratio)) {
+        // Whole points are no whole pixels: pieces would overlap in seams. One outline, moved onto the pixels.
+        const QRectF pixels(toPixels.mapRect(QRectF(rectangle)));
+        const QPointF topLeft(std::round(pixels.left()), std::round(pixels.top()));
+        const QPointF bottomRight(std::round(pixels.right()), std::round(pixels.bottom()));
+        painter.save();
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(color);
+        painter.drawRoundedRect(toPixels.inverted().mapRect(QRectF(topLeft, bottomRight)), radius, radius);
+        painter.restore();
+        return;
+    }
     static QPixmap disc;
     static std::tuple<int, QRgb, double> drawn;
-    const double ratio = painter.device()->devicePixelRatioF();
     const std::tuple wanted(radius, color.rgba(), ratio);
     if (disc.isNull() || drawn != wanted) {
         drawn = wanted;
