@@ -20,6 +20,16 @@ bool belongsToPanel(const QWidget *menu)
     return menu != nullptr;
 }
 
+// By a menu or a list above the bar: rows beneath it are not what the pointer means.
+bool isCovered(const QPoint &place)
+{
+    const auto windows = QApplication::topLevelWidgets();
+    return std::any_of(windows.begin(), windows.end(), [&place](const QWidget *window) {
+        return window->isVisible() && window->windowType() != Qt::ToolTip && !qobject_cast<const TaskbarPanel *>(window)
+               && window->geometry().contains(place);
+    });
+}
+
 }  // namespace
 
 bool TaskbarPanelController::isPaused() const
@@ -132,7 +142,8 @@ void TaskbarPanelController::updateAutoHide()
                                            .geometry = overflowGeometry(),
                                            .settings = model.settings(),
                                            .taskOverflowRowsVisible = model.taskOverflowRowsVisible(),
-                                           .listOpen = held || !model.openGroupedLists().empty()},
+                                           .listOpen = !model.openGroupedLists().empty(),
+                                           .held = held},
                                           {[&] {
                                                const bool contained = callbacks.startMenuContainsMouse
                                                                       && callbacks.startMenuContainsMouse();
@@ -173,8 +184,13 @@ void TaskbarPanelController::follow()
 
 void TaskbarPanelController::pointerMoved(platform::Point place)
 {
-    for (const auto &panel : allPanels)
-        panel->view().pointerMoved(panel->inView(place));
+    // The bar holds still while a width is being set on it.
+    if (!resizePaused)
+        for (const auto &panel : allPanels) {
+            const auto inView = panel->inView(place);
+            const bool covered = inView && isCovered(panel->view().mapToGlobal(*inView));
+            panel->view().pointerMoved(covered ? std::nullopt : inView);
+        }
     if (model.settings().autoHideEnabled)
         resumeVisibilityTimer();
 }

@@ -71,6 +71,7 @@ void TaskbarPanelController::rebuildPanels()
     animations.clear();
     animationTimer.reset();
     allPanels.clear();
+    model.setTaskOverflowRowsVisible(false);  // the new views begin with their rows tucked away
     for (const platform::Screen &screen : platform.screens.all())
         allPanels.push_back(makePanel(screen));
     runPass();

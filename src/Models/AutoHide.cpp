@@ -109,7 +109,7 @@ AutoHideOutcome update(std::span<AutoHidePanel *const> panels, const AutoHideSit
         const double hitHeight = tucked ? situation.geometry.collapsedHeight : frame.height;
         const bool inside = !wasHidden && contains({frame.x, frame.y, frame.width, hitHeight}, situation.pointer);
         const bool active = inside || (wasHidden && isAtEdge(frame, situation.pointer))
-                            || actions.startMenuContainsMouse() || situation.listOpen;
+                            || actions.startMenuContainsMouse() || situation.listOpen || (situation.held && !wasHidden);
         if (active) {
             outcome.allHidden = false;
             show(*panel, *screen, situation, actions);

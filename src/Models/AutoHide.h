@@ -43,7 +43,8 @@ struct AutoHideSituation {
     OverflowGeometry geometry;
     const SettingsValues &settings;
     bool taskOverflowRowsVisible = false;
-    bool listOpen = false;  // a window list or anything else that holds the bar
+    bool listOpen = false;  // a window list, which brings hidden bars back as well
+    bool held = false;      // by something open above the bars or carried over them: none vanishes beneath it
 };
 
 struct AutoHideActions {

@@ -65,7 +65,7 @@ inline constexpr double gripCentreY = 19.5;  // from the top of the button
 inline constexpr double gripOpacity = 0.95;
 
 // An overflow row's card
-inline constexpr double cardRadius = 8;
+inline constexpr int cardRadius = 8;
 inline constexpr double cardStrokeWidth = 0.5;
 inline const QColor cardStroke = QColor::fromRgbF(0.025F, 0.028F, 0.035F, 0.2F);
 inline constexpr int cardPadding = 5;

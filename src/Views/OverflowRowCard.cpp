@@ -68,7 +68,7 @@ void OverflowRowCard::arrange(const CardPlace &place, int mediaWidth)
 void OverflowRowCard::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    paintCard(painter, QRectF(0, 0, width(), rowHeight), look.opacity, look.translucent);
+    paintCard(painter, QRect(0, 0, width(), rowHeight), look);
     paintEndCap(painter, QRectF(endCap).adjusted(0.5, 0.5, -0.5, -0.5));
 }
 

@@ -18,6 +18,15 @@
 namespace korvane {
 namespace {
 
+// With so much black laid over it.
+QColor darkened(const QColor &color, double black)
+{
+    const double alpha = color.alphaF() + black - color.alphaF() * black;
+    const double kept = alpha > 0 ? color.alphaF() * (1 - black) / alpha : 0;
+    return QColor::fromRgbF(static_cast<float>(color.redF() * kept), static_cast<float>(color.greenF() * kept),
+                            static_cast<float>(color.blueF() * kept), static_cast<float>(alpha));
+}
+
 void paintGround(QPainter &painter, const QRectF &rectangle, const QPainterPath &shape, double opacity,
                  bool translucent)
 {
@@ -25,11 +34,29 @@ void paintGround(QPainter &painter, const QRectF &rectangle, const QPainterPath 
     const double shown = translucent ? std::clamp(opacity, 0.0, 1.0) : 1.0;
     painter.save();
     painter.setOpacity(painter.opacity() * shown);
-    painter.fillPath(shape, translucent ? metrics::material : metrics::opaqueMaterial);
+    // Black over the material as one colour: with an opacity the layers would add up to more than it.
     QLinearGradient gradient(rectangle.topLeft(), rectangle.bottomLeft());
-    gradient.setColorAt(0, QColor::fromRgbF(0, 0, 0, static_cast<float>(metrics::gradientTopOpacity)));
-    gradient.setColorAt(1, QColor::fromRgbF(0, 0, 0, static_cast<float>(metrics::gradientBottomOpacity)));
+    const QColor &material = translucent ? metrics::material : metrics::opaqueMaterial;
+    gradient.setColorAt(0, darkened(material, metrics::gradientTopOpacity));
+    gradient.setColorAt(1, darkened(material, metrics::gradientBottomOpacity));
     painter.fillPath(shape, gradient);
+    painter.restore();
+}
+
+void drawCard(QPainter &painter, const QRectF &rectangle, const GroundLook &look)
+{
+    // The lower corners of a rounded rectangle that reaches below the card are cut off, which leaves them square.
+    const QRectF outline = rectangle.adjusted(0, 0, 0, metrics::cardRadius);
+    QPainterPath rounded;
+    rounded.addRoundedRect(outline, metrics::cardRadius, metrics::cardRadius);
+    QPainterPath card;
+    card.addRect(rectangle);
+    card = card.intersected(rounded);
+
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    paintGround(painter, rectangle, card, look.opacity, look.translucent);
+    painter.strokePath(card, QPen(metrics::cardStroke, metrics::cardStrokeWidth));
     painter.restore();
 }
 
@@ -61,21 +88,38 @@ void paintTaskbarBackground(QPainter &painter, const QRectF &rectangle, double o
     paintGround(painter, rectangle, shape, opacity, translucent);
 }
 
-void paintCard(QPainter &painter, const QRectF &rectangle, double opacity, bool translucent)
+void paintCard(QPainter &painter, const QRect &rectangle, const GroundLook &look)
 {
-    // The lower corners of a rounded rectangle that reaches below the card are cut off, which leaves them square.
-    const QRectF outline = rectangle.adjusted(0, 0, 0, metrics::cardRadius);
-    QPainterPath rounded;
-    rounded.addRoundedRect(outline, metrics::cardRadius, metrics::cardRadius);
-    QPainterPath card;
-    card.addRect(rectangle);
-    card = card.intersected(rounded);
-
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    paintGround(painter, rectangle, card, opacity, translucent);
-    painter.strokePath(card, QPen(metrics::cardStroke, metrics::cardStrokeWidth));
-    painter.restore();
+    const double ratio = painter.deviceTransform().m11();
+    constexpr int edge = metrics::cardRadius + 2, middle = 2;
+    if (ratio != std::floor(ratio) || rectangle.width() < 2 * edge + middle) {
+        drawCard(painter, rectangle, look);
+        return;
+    }
+    // Drawn once; each card is put together from its two ends and what lies between them, which is the same all along.
+    const QSize size(2 * edge + middle, rectangle.height());
+    const QString key = QStringLiteral("korvane card %1 %2 %3 %4")
+                            .arg(size.height())
+                            .arg(look.opacity)
+                            .arg(look.translucent)
+                            .arg(ratio);
+    QPixmap card;
+    if (!QPixmapCache::find(key, &card)) {
+        card = QPixmap(size * ratio);
+        card.setDevicePixelRatio(ratio);
+        card.fill(Qt::transparent);
+        QPainter once(&card);
+        drawCard(once, QRectF(QPointF(), size), look);
+        QPixmapCache::insert(key, card);
+    }
+    const auto piece = [&](int left, int width, int from, int fromWidth) {
+        painter.drawPixmap(QRectF(left, rectangle.top(), width, size.height()), card,
+                           QRectF(from * ratio, 0, fromWidth * ratio, size.height() * ratio));
+    };
+    const int right = rectangle.left() + rectangle.width() - edge;
+    piece(rectangle.left(), edge, 0, edge);
+    piece(rectangle.left() + edge, right - rectangle.left() - edge, edge, middle);
+    piece(right, edge, edge + middle, edge);
 }
 
 void paintEndCap(QPainter &painter, const QRectF &rectangle)

@@ -4,6 +4,7 @@
 #include "Models/NotificationMark.h"
 #include "Models/TabColors.h"
 #include "Platform/Image.h"
+#include "Views/GroundLook.h"
 
 #include <QColor>
 #include <QFont>
@@ -23,7 +24,7 @@ QFont systemFont(int size, bool bold = false);
 // The bar's dark ground. Opaque where the desktop can't shine through.
 void paintTaskbarBackground(QPainter &painter, const QRectF &rectangle, double opacity, bool translucent);
 // The same with the upper corners rounded and a hairline around it.
-void paintCard(QPainter &painter, const QRectF &rectangle, double opacity, bool translucent);
+void paintCard(QPainter &painter, const QRect &rectangle, const GroundLook &look);
 void paintEndCap(QPainter &painter, const QRectF &rectangle);
 // A rectangle with rounded corners, on whole points. Made of plain fills and four small pictures: cheaper by far than
 // an outline, of which a full bar would need hundreds.

@@ -7,20 +7,26 @@ namespace {
 
 using Kind = TaskDropPlace::Kind;
 
+TaskDropPlace placeOnTab(const TaskbarLayout &layout, int rowID, std::size_t index, const QRect &tab)
+{
+    const TaskbarEntry &entry = layout.entries[index];
+    return {entry.group ? Kind::group : Kind::task, rowID, index, tab, entry.id};
+}
+
 std::optional<TaskDropPlace> placeOnCard(const TaskbarGeometry &geometry, const TaskbarLayout &layout,
                                          const CardPlace &card, const QPoint &point)
 {
     if (card.tucked)
-        return TaskDropPlace{Kind::tuckedRows, card.rowID, 0, card.shown};
+        return TaskDropPlace{Kind::tuckedRows, card.rowID, 0, card.shown, {}};
     QRect cap = card.endCap.translated(card.shown.topLeft());
     const int margin = (metrics::endCapZoneHeight - cap.height()) / 2;
     cap.adjust(0, -margin, 0, margin);
     if (cap.contains(point))
-        return TaskDropPlace{Kind::endCap, card.rowID, 0, cap};
+        return TaskDropPlace{Kind::endCap, card.rowID, 0, cap, {}};
     for (std::size_t i = card.lower; i < card.lower + card.count; ++i)
         if (const QRect tab = geometry.tabInView(i); tab.contains(point))
-            return TaskDropPlace{layout.entries[i].group ? Kind::group : Kind::task, card.rowID, i, tab};
-    return TaskDropPlace{Kind::row, card.rowID, 0, card.shown};
+            return placeOnTab(layout, card.rowID, i, tab);
+    return TaskDropPlace{Kind::row, card.rowID, 0, card.shown, {}};
 }
 
 std::optional<TaskDropPlace> placeOnMainRow(const TaskbarGeometry &geometry, const TaskbarLayout &layout,
@@ -28,18 +34,18 @@ std::optional<TaskDropPlace> placeOnMainRow(const TaskbarGeometry &geometry, con
 {
     const QPoint origin = geometry.mainRow.topLeft();
     if (const QRect arrow = geometry.arrow.translated(origin); layout.hasOverflow && arrow.contains(point))
-        return TaskDropPlace{Kind::arrow, mainRowID, 0, arrow};
+        return TaskDropPlace{Kind::arrow, mainRowID, 0, arrow, {}};
     if (!geometry.tabs.translated(origin).contains(point))
         return std::nullopt;
     for (std::size_t i = 0; i < layout.mainCount; ++i)
         if (const QRect tab = geometry.tabInView(i); tab.contains(point))
-            return TaskDropPlace{layout.entries[i].group ? Kind::group : Kind::task, mainRowID, i, tab};
+            return placeOnTab(layout, mainRowID, i, tab);
     if (const QRect zone = geometry.endZone.translated(origin); layout.mainCount > 0 && zone.contains(point))
-        return TaskDropPlace{Kind::endZone, mainRowID, 0, zone};
+        return TaskDropPlace{Kind::endZone, mainRowID, 0, zone, {}};
     // Not the start button and the launchers, which hold no tasks.
     if (point.x() < layout.quicklyLaunchRightEdge)
         return std::nullopt;
-    return TaskDropPlace{Kind::row, mainRowID, 0, geometry.tabs.translated(origin)};
+    return TaskDropPlace{Kind::row, mainRowID, 0, geometry.tabs.translated(origin), {}};
 }
 
 }  // namespace
@@ -52,7 +58,8 @@ std::optional<TaskDropPlace> taskDropPlaceAt(const TaskbarGeometry &geometry, co
         const CardPlace &card = *geometry.card(*overflowRow);
         if (card.shown.contains(point))
             return placeOnCard(geometry, layout, card, point);
-        return TaskDropPlace{Kind::tuckedRows, card.rowID, 0, card.hoverStrip};
+        if (card.tucked)
+            return TaskDropPlace{Kind::tuckedRows, card.rowID, 0, card.hoverStrip, {}};
     }
     return geometry.mainRow.contains(point) ? placeOnMainRow(geometry, layout, point) : std::nullopt;
 }

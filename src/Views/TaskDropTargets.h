@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 
 namespace korvane {
 
@@ -18,11 +19,12 @@ struct TaskDropPlace {
     int rowID = mainRowID;
     std::size_t entry = 0;  // of a task or a group
     QRect rectangle;        // in the view
+    std::string entryID;    // likewise
 
     // The same place, wherever it has moved to meanwhile.
     bool isSamePlaceAs(const TaskDropPlace &other) const
     {
-        return kind == other.kind && rowID == other.rowID && entry == other.entry;
+        return kind == other.kind && rowID == other.rowID && entryID == other.entryID;
     }
 };
 

@@ -16,7 +16,7 @@ TaskResizeHandle::TaskResizeHandle(TaskResizeActions actions, QWidget *parent)
     setAccessibleName(QStringLiteral("Resize"));
     // Pressed through the accessibility tree it keeps the width, as a click without a movement does.
     connect(this, &QAbstractButton::clicked, this, [this] {
-        resize.changed(button.width(), 0);
+        resize.changed(buttonWidth, 0);
         resize.ended();
     });
 }
@@ -26,9 +26,12 @@ TaskResizeHandle::~TaskResizeHandle()
     resize.cancelled();
 }
 
-void TaskResizeHandle::setButton(const QRect &newButton)
+void TaskResizeHandle::setButton(const QRect &newButton, double newWidth)
 {
-    if (resize.resizing() || button == newButton)
+    if (resize.resizing())
+        return;
+    buttonWidth = newWidth;
+    if (button == newButton)
         return;
     button = newButton;
     place();
@@ -47,14 +50,14 @@ void TaskResizeHandle::mousePressEvent(QMouseEvent *event)
     if (event->button() != Qt::LeftButton)
         return;
     pressedAt = event->globalPosition().x();
-    resize.changed(button.width(), 0);
+    resize.changed(buttonWidth, 0);
 }
 
 void TaskResizeHandle::mouseMoveEvent(QMouseEvent *event)
 {
     if (!resize.resizing())
         return;
-    resize.changed(button.width(), event->globalPosition().x() - pressedAt);
+    resize.changed(buttonWidth, event->globalPosition().x() - pressedAt);
     place();
 }
 

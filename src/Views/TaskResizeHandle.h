@@ -15,8 +15,10 @@ public:
     TaskResizeHandle(TaskResizeActions actions, QWidget *parent);
     ~TaskResizeHandle() override;
 
-    // `button` in the parent's coordinates. While the grip is dragged it stays with the width at which that began.
-    void setButton(const QRect &button);
+    // `button` in the parent's coordinates; `width` is its width before that was rounded to whole points. While the
+    // grip is dragged it stays with the width at which that began.
+    void setButton(const QRect &button, double width);
+    bool resizing() const { return resize.resizing(); }
 
 protected:
     void mousePressEvent(QMouseEvent *event) override;
@@ -29,6 +31,7 @@ private:
 
     TaskResize resize;
     QRect button;
+    double buttonWidth = 0;
     double pressedAt = 0;  // of the desktop
 };
 

@@ -55,7 +55,8 @@ void placeMainTabs(TaskbarGeometry &geometry, const TaskbarLayout &layout)
         x += layout.widths[i] + metrics::buttonSpacing;
     }
     // All the free room behind the last tab, and at least a narrow strip of it.
-    const int left = rounded(x), right = std::max(left + metrics::narrowestEndZone, geometry.tabs.right() + 1);
+    const int left = rounded(layout.mainCount > 0 ? x - metrics::buttonSpacing : x);
+    const int right = std::max(left + metrics::narrowestEndZone, geometry.tabs.right() + 1);
     geometry.endZone = {left, (metrics::barHeight - metrics::buttonHeight) / 2, right - left, metrics::buttonHeight};
 }
 
@@ -85,11 +86,18 @@ TaskbarGeometry taskbarGeometry(const TaskbarGeometryInput &input)
     placeControls(geometry, settings.mediaSliderDisplay == "Taskbar");
     placeMainTabs(geometry, layout);
 
-    double bottom = geometry.mainRow.top() + settings.overflowCardOverlapPixels;
+    // Each card shows at least a point above what lies over it.
+    const auto above = [&](double top, double height) {
+        return top - std::max(1.0, height - settings.overflowCardOverlapPixels);
+    };
+    double top = geometry.mainRow.top(), tuckedTop = top;
     for (const OverflowRow &row : layout.overflowRows) {
         const double height =
             PanelGeometry::shownHeight(row.height, settings.tuckAwayOverflowPixels, settings.autoHideOverflow,
                                        input.taskRowsExpanded, input.overflowOpen);
+        const double tuckedHeight = std::min<double>(row.height, settings.tuckAwayOverflowPixels);
+        top = above(top, height);
+        tuckedTop = above(tuckedTop, tuckedHeight);
         const int width = rounded(TaskbarPass::overflowCardWidth(row)), rowHeight = rounded(row.height);
         CardPlace card;
         card.rowID = row.id;
@@ -97,9 +105,9 @@ TaskbarGeometry taskbarGeometry(const TaskbarGeometryInput &input)
         card.count = static_cast<std::size_t>(row.count);
         card.rowHeight = row.height;
         card.tucked = height < row.height;
-        card.shown = {rounded(row.leading), rounded(bottom - height), width, rounded(height)};
-        if (card.tucked)
-            card.hoverStrip = {card.shown.left(), card.shown.top() - rounded(PanelGeometry::hoverStripRoom), width,
+        card.shown = {rounded(row.leading), rounded(top), width, rounded(height)};
+        if (card.tucked || settings.autoHideOverflow)
+            card.hoverStrip = {card.shown.left(), rounded(tuckedTop - PanelGeometry::hoverStripRoom), width,
                                rounded(settings.tuckAwayOverflowPixels + PanelGeometry::hoverStripRoom)};
         card.endCap = {width - metrics::endCapWidth, (rowHeight - metrics::endCapHeight) / 2, metrics::endCapWidth,
                        metrics::endCapHeight};
@@ -108,7 +116,6 @@ TaskbarGeometry taskbarGeometry(const TaskbarGeometryInput &input)
                        metrics::buttonHeight};
         geometry.cards.push_back(card);
         placeOverflowTabs(geometry, layout, row);
-        bottom += settings.overflowCardOverlapPixels - height;
     }
     return geometry;
 }
@@ -127,7 +134,8 @@ QRect TaskbarGeometry::tabInView(std::size_t entry) const
     return place.rectangle.translated(row ? row->shown.topLeft() : mainRow.topLeft());
 }
 
-// Lower rows lie over higher ones, and every card over every strip.
+// Lower rows lie over higher ones, and every card over every strip. A row that has opened keeps its strip, or a pointer
+// above a low card would open and leave it in turn.
 std::optional<int> TaskbarGeometry::overflowRowAt(const QPoint &point) const
 {
     for (const CardPlace &card : cards)

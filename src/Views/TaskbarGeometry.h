@@ -21,7 +21,7 @@ struct CardPlace {
     double rowHeight = 0;              // of the whole card, of which a tucked one shows the top
     bool tucked = false;
     QRect shown;       // in the view
-    QRect hoverStrip;  // in the view; of a tucked card only
+    QRect hoverStrip;  // in the view; of a card that is or may be tucked, where it would be
     QRect buffer;      // in the card: room for the controls
     QRect endCap;      // in the card
 };

@@ -43,6 +43,7 @@ void TaskbarView::dragBegan(const std::string &dragID, std::set<std::string> win
 // Also of a drag that was given up: it leaves nothing behind.
 void TaskbarView::dragEnded()
 {
+    dragPoint.reset();
     leaveDropPlace();
     drag = {};
     lock.setDraggedWindowIDs({});
@@ -89,6 +90,7 @@ void TaskbarView::dragMoveEvent(QDragMoveEvent *event)
 
 void TaskbarView::dragLeaveEvent(QDragLeaveEvent *)
 {
+    dragPoint.reset();
     leaveDropPlace();
     showCue();
 }
@@ -96,19 +98,35 @@ void TaskbarView::dragLeaveEvent(QDragLeaveEvent *)
 void TaskbarView::dropEvent(QDropEvent *event)
 {
     const QPoint point = event->position().toPoint();
+    // The list may have changed since the pointer came to rest.
+    leaveDropPlace();
     dragMovedTo(point);
     // What was carried may have been closed on the way.
-    const bool stillThere = drag.draggedTaskID && !model.windowsForDragID(*drag.draggedTaskID).empty();
+    const bool stillThere = drag.draggedTaskID && isStillThere(*drag.draggedTaskID);
     const bool taken = stillThere && dropDelegate && dropDelegate->performDrop(point.x() - dropPlace->rectangle.left());
     event->setAccepted(taken);
-    dropDelegate.reset();
-    dropPlace.reset();
     dragEnded();
     updateFromModel();
 }
 
+bool TaskbarView::isStillThere(const std::string &dragID) const
+{
+    const auto isEntry = [&](const TaskbarEntry &entry) { return entry.id == dragID; };
+    return !model.windowsForDragID(dragID).empty() || std::ranges::any_of(current.entries, isEntry);
+}
+
+// A list that changed under a resting drag has other targets now. The arrow stays what it is, and its wait with it.
+void TaskbarView::renewDropPlace()
+{
+    if (!dragPoint || !dropPlace || dropPlace->kind == TaskDropPlace::Kind::arrow)
+        return;
+    leaveDropPlace();
+    dragMovedTo(*dragPoint);
+}
+
 void TaskbarView::dragMovedTo(const QPoint &point)
 {
+    dragPoint = point;
     const auto place = taskDropPlaceAt(places, current, point);
     const bool same = place && dropPlace && place->isSamePlaceAs(*dropPlace);
     if (same && place->rectangle == dropPlace->rectangle)
@@ -184,8 +202,11 @@ void TaskbarView::arrangeResizeHandle()
                                             this);
     }
     // Over the row and not in it, which would cut off a grip at its edge.
-    resizeHandle->setButton(places.tabInView(static_cast<std::size_t>(entry - current.entries.begin())));
-    resizeHandle->show();
+    const auto index = static_cast<std::size_t>(entry - current.entries.begin());
+    resizeHandle->setButton(places.tabInView(index), current.widths[index]);
+    // What a tucked row hides of its tabs it hides of the grip.
+    const CardPlace *card = places.card(places.places[index].rowID);
+    resizeHandle->setVisible(resizeHandle->resizing() || !card || !card->tucked);
     resizeHandle->raise();
 }
 

@@ -135,7 +135,7 @@ void TaskbarView::arrange()
 {
     arrangeRows();
     arrangeButtons();
-    arrangeResizeHandle();
+    renewDropPlace();
 }
 
 QWidget *TaskbarView::rowWidget(int rowID)
@@ -223,6 +223,7 @@ void TaskbarView::arrangeRows()
                                 : (down ? QStringLiteral("Collapse tasks") : QStringLiteral("Show remaining tasks")));
     mainRow->arrow().setVisible(current.hasOverflow);
     arrangeControls();
+    arrangeResizeHandle();
     cue->raise();
     showCue();
     if (const QRegion region = drawnRegion(); region != reportedRegion) {

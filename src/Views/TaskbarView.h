@@ -95,6 +95,8 @@ private:
     void clickedLock();
     void beginDrag(QWidget &source, const std::string &dragID, const std::set<std::string> &windowIDs);
     void dragMovedTo(const QPoint &point);
+    void renewDropPlace();
+    bool isStillThere(const std::string &dragID) const;
     void leaveDropPlace();
     void showCue();
 
@@ -125,7 +127,8 @@ private:
     OverflowReturnLock lock;
     TaskDragState drag;
     TaskDropActions dropActions;
-    std::optional<TaskDropPlace> dropPlace;  // under the drag
+    std::optional<QPoint> dragPoint;         // of a drag over this bar
+    std::optional<TaskDropPlace> dropPlace;  // under it
     std::unique_ptr<TaskDropDelegate> dropDelegate;
     TaskWidthOverrides::Overrides overrides;
     std::optional<std::string> armedID;

@@ -4,8 +4,10 @@
 #include "Views/PaintCounter.h"
 #include "Views/RunningAppGroupButton.h"
 #include "Views/TaskButton.h"
+#include "Views/TaskResizeHandle.h"
 
 #include <QMenu>
+#include <QTest>
 #include <gtest/gtest.h>
 
 namespace korvane {
@@ -319,10 +321,43 @@ TEST_F(Hiding, ASleepingDisplayStopsThemAndWakingLooksAtOnce)
     pointAt(away);
     advance(5);
     EXPECT_EQ(opacity(), 1);
-    model->set(&V::autoHideEnabled, false);
+    model->set(&V::appRefreshRate, 0);
     model->setInactiveReason("display", false);
     desktop.loop.runPosted();
-    EXPECT_TRUE(controller->visibilityTimerInterval());
+    EXPECT_TRUE(hidden());
+}
+
+TEST_F(Hiding, ARateThatChangesInTheMiddleOfAFadeTakesEffect)
+{
+    show(30);
+    pointAt(away);
+    advance(0.4);
+    ASSERT_EQ(controller->fadeTimerInterval(), 1 / 30.0);
+    model->set(&V::appRefreshRate, 60);
+    desktop.loop.runPosted();
+    EXPECT_EQ(controller->fadeTimerInterval(), 1 / 60.0);
+    model->set(&V::appRefreshRate, 0);
+    desktop.loop.runPosted();
+    EXPECT_FALSE(controller->fadeTimerInterval());
+    advance(0.1);
+    EXPECT_TRUE(hidden());
+}
+
+TEST_F(Hiding, AMenuOnOneScreenLeavesTheHiddenBarOfAnother)
+{
+    desktop.screens.set({{1, {0, 0, 1440, 900}, 1}, {2, {1440, 0, 1280, 720}, 1}});
+    show();
+    ASSERT_TRUE(hidden(1));
+    model->set(&V::lockApplicationsContainerToTaskbar, true);
+    QMenu menu(&panel().view());
+    menu.addAction(QStringLiteral("Something"));
+    menu.popup({});
+    pointAt(away);
+    advance(5);
+    EXPECT_EQ(opacity(0), 1);
+    EXPECT_TRUE(hidden(1));
+    EXPECT_TRUE(starts.empty());
+    menu.close();
 }
 
 TEST_F(Hiding, AFasterLookTakesEffectAtOnce)
@@ -409,6 +444,89 @@ TEST_F(Hiding, RowsOpenUnderAPointerThatTheControllerFollows)
     pointAt({1300, 10});
     advance(0.5);
     EXPECT_FALSE(model->taskOverflowRowsVisible());
+}
+
+TEST_F(Hiding, RowsStayTuckedUnderAListThatCoversThem)
+{
+    addApplication(2, "Notes", 40);
+    show();
+    QWidget list;
+    list.setGeometry(1200, 700, 200, 200);
+    list.show();
+    pointAt({1300, 36});
+    advance(1);
+    EXPECT_FALSE(model->taskOverflowRowsVisible());
+    list.hide();
+    pointAt({1301, 36});
+    advance(0.12);
+    EXPECT_TRUE(model->taskOverflowRowsVisible());
+}
+
+TEST_F(Hiding, RowsHoldStillWhileAWidthIsBeingSet)
+{
+    addApplication(2, "Notes", 40);
+    show();
+    model->beginTaskResize();
+    pointAt({1300, 36});
+    advance(1);
+    EXPECT_FALSE(model->taskOverflowRowsVisible());
+    model->endTaskResize();
+    pointAt({1301, 36});
+    advance(0.12);
+    EXPECT_TRUE(model->taskOverflowRowsVisible());
+}
+
+TEST_F(Hiding, NewScreensBeginWithTheirRowsTuckedAway)
+{
+    addApplication(2, "Notes", 40);
+    show();
+    pointAt({1300, 36});
+    advance(0.12);
+    ASSERT_TRUE(model->taskOverflowRowsVisible());
+    pointAt(away);
+    desktop.screens.set({{1, {0, 0, 1440, 900}, 1}, {2, {1440, 0, 1280, 720}, 1}});
+    desktop.loop.runPosted();
+    EXPECT_FALSE(model->taskOverflowRowsVisible());
+}
+
+TEST_F(Hiding, ADragAndAResizeEndWithThePanelsThatAChangeOfTheScreensTakesAway)
+{
+    show();
+    const std::string id = idOf(1, 0);
+    panel().view().dragBegan(id, {id});
+    panel().view().armResize(id);
+    model->beginTaskResize();
+    desktop.screens.set({{1, {0, 0, 1280, 720}, 1}});
+    desktop.loop.runPosted();
+    settle();
+    EXPECT_FALSE(panel().view().dragState().draggedTaskID);
+    EXPECT_FALSE(panel().view().armedResizeID());
+    model->endTaskResize();
+    pointAt(away);
+    advance(2);
+    EXPECT_TRUE(hidden());
+}
+
+TEST_F(Hiding, AWidthSetByHandIsOneScreensAndItsPauseEveryScreens)
+{
+    desktop.screens.set({{1, {0, 0, 1440, 900}, 1}, {2, {1440, 0, 1280, 720}, 1}});
+    show();
+    const std::string id = idOf(1, 0);
+    panel(0).view().armResize(id);
+    auto *grip = panel(0).view().findChild<TaskResizeHandle *>();
+    ASSERT_TRUE(grip);
+    QTest::mousePress(grip, Qt::LeftButton, {}, grip->rect().center());
+    EXPECT_FALSE(controller->visibilityTimerInterval());
+    EXPECT_TRUE(model->inspect().taskResizeSuspended);
+    pointAt(away);
+    advance(5);
+    EXPECT_EQ(opacity(0), 1);
+    QTest::mouseRelease(grip, Qt::LeftButton, {}, grip->rect().center());
+    settle();
+    EXPECT_TRUE(panel(0).view().taskWidthOverrides().contains(id));
+    EXPECT_TRUE(panel(1).view().taskWidthOverrides().empty());
+    advance(2);
+    EXPECT_TRUE(hidden(0));
 }
 
 }  // namespace

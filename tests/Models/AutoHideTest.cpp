@@ -64,7 +64,8 @@ protected:
                                  .geometry = geometry,
                                  .settings = settings,
                                  .taskOverflowRowsVisible = rowsVisible,
-                                 .listOpen = listOpen},
+                                 .listOpen = listOpen,
+                                 .held = held},
                                 {[this] { return inStartMenu; },
                                  [this](double value) { menuOpacities.push_back(value); },
                                  [this](const Rect &frame) { starts.push_back(frame); }});
@@ -81,7 +82,7 @@ protected:
     std::vector<AutoHidePanel *> panels{&panel};
     std::vector<Rect> screens{screen};
     OverflowGeometry geometry{34, 34};
-    bool rowsVisible = false, listOpen = false, inStartMenu = false;
+    bool rowsVisible = false, listOpen = false, held = false, inStartMenu = false;
     std::vector<double> menuOpacities;
     std::vector<Rect> starts;
 };
@@ -224,6 +225,16 @@ TEST_F(Looks, AnOpenListAndTheStartMenuHoldAVisibleBarAndBringAHiddenOneBack)
         EXPECT_FALSE(panel.ignores);
         *holds = false;
     }
+}
+
+TEST_F(Looks, WhatHoldsAVisibleBarDoesNotBringAHiddenOneBack)
+{
+    held = true;
+    look(5, away);
+    EXPECT_EQ(panel.lastPointerInside, Seconds(5));
+    panel.hide();
+    EXPECT_TRUE(look(6, away).allHidden);
+    EXPECT_TRUE(panel.ignores);
 }
 
 TEST_F(Looks, ABarThatComesBackBringsALockedStartMenuOnce)

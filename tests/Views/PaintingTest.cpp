@@ -55,6 +55,18 @@ TEST_P(RoundedFill, StandsOnWholePixelsWithRoundCorners)
     }
 }
 
+TEST(Ground, AnOpacityIsThatOfTheWholeAndNotOfEachLayer)
+{
+    const auto topAlpha = [](double opacity) {
+        QImage image(40, 34, QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        QPainter painter(&image);
+        paintTaskbarBackground(painter, QRectF(0, 0, 40, 34), opacity, true);
+        return qAlpha(image.pixel(20, 0));
+    };
+    EXPECT_NEAR(topAlpha(0.5), topAlpha(1) * 0.5, 1.5);
+}
+
 INSTANTIATE_TEST_SUITE_P(AtEachScale, RoundedFill, ::testing::Values(1.0, 1.25, 1.5, 1.75, 2.0));
 
 }  // namespace

@@ -1,106 +1,16 @@
-#include "Models/ModelFixture.h"
+#include "Views/GesturesFixture.h"
 #include "Views/Metrics.h"
-#include "Views/OverflowRowCard.h"
-#include "Views/PaintCounter.h"
-#include "Views/SymbolButton.h"
 #include "Views/TaskButton.h"
-#include "Views/TaskDropCue.h"
-#include "Views/TaskResizeHandle.h"
-#include "Views/TaskbarView.h"
-
-#include <QDragEnterEvent>
-#include <QMimeData>
-#include <QTest>
 
 namespace korvane {
 namespace {
 
-using testing::ModelFixture;
-using testing::PaintCounter;
+using testing::barTop;
+using testing::Gestures;
+using testing::height;
 using testing::settle;
 using testing::V;
-
-constexpr int width = 1280, height = 300, barTop = height - 34;
-
-class Gestures : public ModelFixture {
-protected:
-    // So many windows of one program, none grouped.
-    void show(int windows)
-    {
-        addApplication(1, "Mail", windows);
-        makeModel();
-        model->set(&V::groupingMode, "never");
-        model->set(&V::mediaSliderDisplay, "Never");
-        start();
-        view = std::make_unique<TaskbarView>(*model, services, platform);
-        view->resize(width, height);
-        view->updateFromModel();
-        view->show();
-        settle();
-    }
-    void pass()
-    {
-        view->updateFromModel();
-        settle();
-    }
-    SymbolButton *control(const QString &name)
-    {
-        for (auto *button : view->findChildren<SymbolButton *>())
-            if (button->accessibleName() == name && button->isVisibleTo(view.get()))
-                return button;
-        return nullptr;
-    }
-    std::vector<OverflowRowCard *> cards()
-    {
-        auto found = view->findChildren<OverflowRowCard *>(Qt::FindDirectChildrenOnly);
-        std::vector<OverflowRowCard *> list(found.begin(), found.end());
-        std::sort(list.begin(), list.end(), [](auto *left, auto *right) { return left->y() > right->y(); });
-        return list;
-    }
-    const std::string &entryID(std::size_t index) { return view->taskbarLayout().entries[index].id; }
-    QRect tab(std::size_t index) { return view->geometryOfBar().tabInView(index); }
-    // Over a tucked row, well to the right of the start area.
-    QPoint overRow(int row) { return view->geometryOfBar().card(row)->shown.center(); }
-
-    // The events of one drag, as the toolkit sends them.
-    bool dragTo(const QPoint &point)
-    {
-        QMimeData payload;
-        payload.setText("payload");
-        if (!entered) {
-            QDragEnterEvent enter(point, Qt::MoveAction, &payload, Qt::LeftButton, Qt::NoModifier);
-            QApplication::sendEvent(view.get(), &enter);
-            entered = enter.isAccepted();
-        }
-        if (!entered)
-            return false;
-        QDragMoveEvent move(point, Qt::MoveAction, &payload, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(view.get(), &move);
-        return move.isAccepted();
-    }
-    bool drop(const QPoint &point)
-    {
-        QMimeData payload;
-        payload.setText("payload");
-        QDropEvent dropped(point, Qt::MoveAction, &payload, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(view.get(), &dropped);
-        entered = false;
-        settle();
-        return dropped.isAccepted();
-    }
-    void leave()
-    {
-        QDragLeaveEvent left;
-        QApplication::sendEvent(view.get(), &left);
-        entered = false;
-    }
-    void drag(const std::string &id) { view->dragBegan(id, {id}); }
-    TaskDropCue *cue() { return view->findChild<TaskDropCue *>(); }
-
-    ViewServices services;
-    std::unique_ptr<TaskbarView> view;
-    bool entered = false;
-};
+using testing::width;
 
 // ---------------------------------------------------------------------------------------------------- rows
 
@@ -392,91 +302,86 @@ TEST_F(Gestures, ADragThatRestsOnTheArrowOpensTheRows)
     EXPECT_FALSE(view->overflowHover().overflowArrowHovered());
 }
 
-// ---------------------------------------------------------------------------------------------------- widths
-
-class Resizing : public Gestures {
-protected:
-    TaskResizeHandle *handle() { return view->findChild<TaskResizeHandle *>(); }
-};
-
-TEST_F(Resizing, TheGripStandsAtTheTabsRightEdge)
+TEST_F(Gestures, TheGapBehindTheLastTabOfAFullRowTakesATaskToItsEnd)
 {
-    show(3);
-    view->armResize(entryID(1));
-    ASSERT_TRUE(handle());
-    const QRect button = tab(1);
-    EXPECT_EQ(handle()->height(), 17);
-    EXPECT_EQ(handle()->width(), 13);
-    EXPECT_EQ(handle()->y(), button.top() + 11);
-    EXPECT_NEAR(handle()->geometry().center().x(), button.left() + button.width() - 5.5, 1);
+    show(30);
+    const std::string moved = entryID(0);
+    const std::size_t last = view->taskbarLayout().mainCount - 1;
+    drag(moved);
+    const QPoint gap(tab(last).right() + 2, barTop + 17);
+    EXPECT_TRUE(dragTo(gap));
+    EXPECT_TRUE(drop(gap));
+    EXPECT_EQ(entryID(last), moved);
 }
 
-TEST_F(Resizing, AClickOnTheGripKeepsTheWidthAndDisarms)
+TEST_F(Gestures, AListThatChangesUnderARestingDragHasOtherTargets)
+{
+    show(4);
+    const std::string moved = entryID(3), next = entryID(2);
+    drag(moved);
+    const QPoint place = tab(1).center();
+    ASSERT_TRUE(dragTo(place));
+    desktop.applications.closeWindow(1, hashOf(1, 1));
+    model->refresh();
+    pass();
+    ASSERT_EQ(entryID(1), next);
+    EXPECT_TRUE(cue()->isVisible());
+    EXPECT_EQ(view->dragState().taskDropCue, TaskDrag::intoCue(next));
+    EXPECT_TRUE(drop(place));
+    const TaskbarEntry &entry = view->taskbarLayout().entries[1];
+    ASSERT_TRUE(entry.group);
+    EXPECT_EQ(entry.group->windows.size(), 2U);
+}
+
+TEST_F(Gestures, AWindowDroppedOnItselfStaysWhereItIs)
 {
     show(3);
     const std::string id = entryID(1);
-    const int before = tab(1).width();
-    view->armResize(id);
-    QTest::mouseClick(handle(), Qt::LeftButton);
-    settle();
-    EXPECT_FALSE(view->armedResizeID());
-    EXPECT_FALSE(handle());
-    EXPECT_EQ(view->taskWidthOverrides().at(id), before);
-    EXPECT_FALSE(model->inspect().taskResizeSuspended);
+    drag(id);
+    EXPECT_FALSE(dragTo(tab(1).center()));
+    EXPECT_FALSE(cue()->isVisible());
+    EXPECT_FALSE(drop(tab(1).center()));
+    EXPECT_EQ(entryID(1), id);
+    EXPECT_FALSE(view->dragState().draggedTaskID);
 }
 
-TEST_F(Resizing, TheTabKeepsItsWidthUntilTheGripIsLetGo)
+TEST_F(Gestures, AGroupDroppedOnItselfIsRefused)
 {
     show(3);
-    view->armResize(entryID(1));
-    const QRect before = tab(1);
-    const int gripBefore = handle()->x();
-    const QPoint grip = handle()->rect().center();
-    QTest::mousePress(handle(), Qt::LeftButton, {}, grip);
-    EXPECT_TRUE(model->inspect().taskResizeSuspended);
-    QMouseEvent move(QEvent::MouseMove, grip + QPoint(30, 0), handle()->mapToGlobal(grip + QPoint(30, 0)), Qt::NoButton,
-                     Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(handle(), &move);
-    EXPECT_EQ(tab(1), before);
-    EXPECT_EQ(handle()->x(), gripBefore + 30);
-    QMouseEvent release(QEvent::MouseButtonRelease, grip, handle()->mapToGlobal(grip), Qt::LeftButton, Qt::NoButton,
-                        Qt::NoModifier);
-    QApplication::sendEvent(handle(), &release);
-    settle();
-    EXPECT_EQ(tab(1).width(), before.width() + 30);
-    EXPECT_FALSE(model->inspect().taskResizeSuspended);
-}
-
-TEST_F(Resizing, ABarThatGoesAwayUnderADragDoesNotLeaveTheListStanding)
-{
-    show(3);
-    view->armResize(entryID(1));
-    QTest::mousePress(handle(), Qt::LeftButton, {}, handle()->rect().center());
-    ASSERT_TRUE(model->inspect().taskResizeSuspended);
-    view.reset();
-    EXPECT_FALSE(model->inspect().taskResizeSuspended);
-}
-
-TEST_F(Resizing, TheGripGoesWithItsWindow)
-{
-    show(3);
-    view->armResize(entryID(1));
-    desktop.applications.closeWindow(1, hashOf(1, 1));
-    model->refresh();
+    model->set(&V::groupingMode, "always");
     pass();
-    EXPECT_FALSE(view->armedResizeID());
-    EXPECT_FALSE(handle());
+    ASSERT_TRUE(view->taskbarLayout().entries[0].group);
+    view->dragBegan("group::" + view->taskbarLayout().entries[0].group->id, {idOf(1, 0), idOf(1, 1), idOf(1, 2)});
+    EXPECT_FALSE(dragTo(tab(0).center()));
+    EXPECT_FALSE(drop(tab(0).center()));
 }
 
-TEST_F(Resizing, AWidthSetByHandEndsWithItsWindow)
+TEST_F(Gestures, EachTuckedRowShowsAPointHoweverMuchTheCardsOverlap)
 {
-    show(3);
-    view->armResize(entryID(1));
-    QTest::mouseClick(handle(), Qt::LeftButton);
-    desktop.applications.closeWindow(1, hashOf(1, 1));
-    model->refresh();
+    show(30);
+    model->set(&V::tuckAwayOverflowPixels, 5);
+    model->set(&V::overflowCardOverlapPixels, 20);
     pass();
-    EXPECT_TRUE(view->taskWidthOverrides().empty());
+    int lower = barTop;
+    for (auto *card : cards()) {
+        EXPECT_EQ(card->y(), lower - 1);
+        lower = card->y();
+    }
+}
+
+TEST_F(Gestures, AHighStripDoesNotOpenAndLeaveItsRowInTurn)
+{
+    show(30);
+    model->set(&V::tuckAwayOverflowPixels, 28);
+    pass();
+    const QPoint top = view->geometryOfBar().cards.back().hoverStrip.topRight() - QPoint(5, 0);
+    for (int i = 0; i < 10; ++i) {
+        view->pointerMoved(top + QPoint(i % 2, 0));
+        advance(0.15);
+    }
+    EXPECT_TRUE(view->overflowHover().overflowOpen());
+    advance(0.5);
+    EXPECT_TRUE(view->overflowHover().overflowOpen());
 }
 
 }  // namespace
