@@ -18,6 +18,7 @@ struct NotificationMark {
     platform::Rect frame;                  // what is filled; of a line the square that it crosses
     double cornerRadius = 0;               // of the corner's right angle, of the rectangle
     double lineWidth = 0, lineLength = 0;  // the line runs from (0, length) to (length, 0)
+    double boxWidth = 0, boxHeight = 0;    // the room that it takes, with what is kept free around it
 };
 
 namespace NotificationMarks {
@@ -29,13 +30,13 @@ inline std::optional<NotificationMark> ofStyle(std::string_view style, double si
 {
     using Shape = NotificationMark::Shape;
     if (style == "triangle")
-        return NotificationMark{Shape::corner, 0.65, {0, 0, size, size}, std::min(6.0, size), 0, 0};
+        return NotificationMark{Shape::corner, 0.65, {0, 0, size, size}, std::min(6.0, size), 0, 0, size, size};
     if (style == "dot")
-        return NotificationMark{Shape::circle, 0.72, {0, 0, 7, 7}, 0, 0, 0};
+        return NotificationMark{Shape::circle, 0.72, {0, 0, 7, 7}, 0, 0, 0, 11, 11};
     if (style == "line")
-        return NotificationMark{Shape::roundedRectangle, 0.72, {5, 1, 25, 4}, 2, 0, 0};
+        return NotificationMark{Shape::roundedRectangle, 0.72, {5, 1, 25, 4}, 2, 0, 0, 30, 5};
     if (style == "stripe")
-        return NotificationMark{Shape::line, 0.72, {0, 0, size, size}, 0, 4, std::min(10.0, size)};
+        return NotificationMark{Shape::line, 0.72, {0, 0, size, size}, 0, 4, std::min(10.0, size), size, size};
     return std::nullopt;
 }
 

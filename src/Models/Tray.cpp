@@ -46,7 +46,7 @@ double attentionBadgeYOffset(bool compact, std::string_view style)
 
 int percent(float level)
 {
-    return static_cast<int>(std::lround(static_cast<double>(level) * 100));
+    return static_cast<int>(std::lround(level * 100.0F));
 }
 
 }  // namespace TrayRules
@@ -100,10 +100,14 @@ bool LevelControl::scroll(double delta)
         return false;
     const double size = actions.scrollRate() / 100;
     const double step = delta > 0 ? size : -size;
-    const double from = actions.current().value_or(currentLevel);
+    const auto system = actions.current();
+    // A screen of few levels rounds a small step away. The steps add up until they are one of its own.
+    const bool unmoved = showing && system && system == lastScrolledFrom;
+    const double from = unmoved ? currentLevel : system.value_or(currentLevel);
     const auto level = static_cast<float>(std::clamp(from + step, 0.0, 1.0));
     if (!actions.set(level))
         return false;
+    lastScrolledFrom = system;
     currentLevel = level;
     showing = true;
     scheduleSliderDismiss();

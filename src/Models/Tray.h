@@ -85,6 +85,7 @@ private:
     DelayedTasks delayed;
     DelayedTasks::Handle sliderDismissWorkItem;
     float currentLevel;
+    std::optional<float> lastScrolledFrom;  // the system's level at the last step of the wheel
     bool showing = false;
 };
 

@@ -7,10 +7,12 @@
 #include "Views/Popover.h"
 #include "Views/TitleText.h"
 
+#include <QFontMetrics>
 #include <QFrame>
 #include <QLabel>
 #include <QPainter>
 #include <QVBoxLayout>
+#include <algorithm>
 
 namespace korvane {
 namespace {
@@ -26,7 +28,15 @@ public:
         setAccessibleName(name);
         setMinimumSize(metrics::attentionRowWidth, metrics::attentionRowHeight);
     }
-    QSize sizeHint() const override { return minimumSize(); }
+    QSize sizeHint() const override
+    {
+        const int text = QFontMetrics(systemFont(metrics::popoverFontSize)).horizontalAdvance(name) + 1;
+        const int others = 2 * metrics::rowPadding + metrics::attentionIconSize + metrics::attentionRowSpacing
+                           + roomForMark(NotificationMarks::ofStyle(markStyle, metrics::attentionMarkSize));
+        return {
+            std::clamp(others + text, metrics::attentionRowWidth, metrics::attentionRowWidth + metrics::widestListText),
+            metrics::attentionRowHeight};
+    }
 
 protected:
     void paintContent(QPainter &painter) override
@@ -37,18 +47,23 @@ protected:
         if (!picture.isNull())
             painter.drawPixmap(place, picture);
         const int left = place.right() + 1 + metrics::attentionRowSpacing;
-        const int right = width() - metrics::rowPadding - metrics::attentionMarkSize - metrics::attentionRowSpacing;
+        const auto mark = NotificationMarks::ofStyle(markStyle, metrics::attentionMarkSize);
+        const int right = width() - metrics::rowPadding - roomForMark(mark);
         painter.setFont(systemFont(metrics::popoverFontSize));
         painter.drawText(QRect(left, 0, right - left, height()), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                          painter.fontMetrics().elidedText(name, Qt::ElideRight, right - left));
-        if (const auto mark = NotificationMarks::ofStyle(markStyle, metrics::attentionMarkSize)) {
-            painter.translate(width() - metrics::rowPadding - metrics::attentionMarkSize,
-                              (height() - metrics::attentionMarkSize) / 2.0);
+        if (mark) {
+            painter.translate(width() - metrics::rowPadding - mark->boxWidth, (height() - mark->boxHeight) / 2);
             paintNotificationMark(painter, *mark);
         }
     }
 
 private:
+    static int roomForMark(const std::optional<NotificationMark> &mark)
+    {
+        return mark ? static_cast<int>(mark->boxWidth) + metrics::attentionRowSpacing : 0;
+    }
+
     ViewServices &services;
     AttentionAppItem item;
     QString name;
@@ -97,11 +112,12 @@ Popover *AttentionControlView::openList() const
 void AttentionControlView::updateFromModel()
 {
     setTip(model.attentionApps().empty() ? QStringLiteral("No apps need attention") : QStringLiteral("Notifications"));
-    if (markStyle != model.settings().notificationBadgeStyle) {
+    const bool styleChanged = markStyle != model.settings().notificationBadgeStyle;
+    if (styleChanged) {
         markStyle = model.settings().notificationBadgeStyle;
         update();
     }
-    if (openList() && listed != model.attentionApps())
+    if (openList() && (styleChanged || listed != model.attentionApps()))
         fillList();
 }
 
@@ -119,10 +135,8 @@ void AttentionControlView::paintEvent(QPaintEvent *)
     if (!mark)
         return;
     QPainter painter(this);
-    // In the middle of the frame, as wide and high as it is drawn.
-    const auto &frame = mark->frame;
-    painter.translate((width() - frame.width) / 2 - frame.x,
-                      (height() - frame.height) / 2 - frame.y + TrayRules::attentionBadgeYOffset(compact, markStyle));
+    painter.translate((width() - mark->boxWidth) / 2,
+                      (height() - mark->boxHeight) / 2 + TrayRules::attentionBadgeYOffset(compact, markStyle));
     paintNotificationMark(painter, *mark);
 }
 

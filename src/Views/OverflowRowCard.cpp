@@ -69,7 +69,6 @@ void OverflowRowCard::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     paintCard(painter, QRect(0, 0, width(), rowHeight), look);
-    paintEndCap(painter, QRectF(endCap).adjusted(0.5, 0.5, -0.5, -0.5));
 }
 
 }  // namespace korvane

@@ -18,6 +18,11 @@
 namespace korvane {
 namespace {
 
+QColor white(double opacity)
+{
+    return QColor::fromRgbF(1, 1, 1, static_cast<float>(opacity));
+}
+
 // With so much black laid over it.
 QColor darkened(const QColor &color, double black)
 {
@@ -43,6 +48,19 @@ void paintGround(QPainter &painter, const QRectF &rectangle, const QPainterPath 
     painter.restore();
 }
 
+void drawEndCap(QPainter &painter, const QRectF &rectangle)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(white(metrics::endCapStroke), metrics::cardStrokeWidth));
+    painter.setBrush(white(metrics::endCapFill));
+    painter.drawRoundedRect(rectangle, metrics::endCapRadius, metrics::endCapRadius);
+    painter.setPen(white(metrics::endCapTextOpacity));
+    painter.setFont(systemFont(metrics::endCapFontSize));
+    painter.drawText(rectangle, Qt::AlignCenter, QStringLiteral("_"));
+    painter.restore();
+}
+
 void drawCard(QPainter &painter, const QRectF &rectangle, const GroundLook &look)
 {
     // The lower corners of a rounded rectangle that reaches below the card are cut off, which leaves them square.
@@ -58,11 +76,10 @@ void drawCard(QPainter &painter, const QRectF &rectangle, const GroundLook &look
     paintGround(painter, rectangle, card, look.opacity, look.translucent);
     painter.strokePath(card, QPen(metrics::cardStroke, metrics::cardStrokeWidth));
     painter.restore();
-}
-
-QColor white(double opacity)
-{
-    return QColor::fromRgbF(1, 1, 1, static_cast<float>(opacity));
+    const QRectF cap(rectangle.right() - metrics::endCapWidth,
+                     rectangle.top() + (rectangle.height() - metrics::endCapHeight) / 2, metrics::endCapWidth,
+                     metrics::endCapHeight);
+    drawEndCap(painter, cap.adjusted(0.5, 0.5, -0.5, -0.5));
 }
 
 }  // namespace
@@ -91,7 +108,8 @@ void paintTaskbarBackground(QPainter &painter, const QRectF &rectangle, double o
 void paintCard(QPainter &painter, const QRect &rectangle, const GroundLook &look)
 {
     const double ratio = painter.deviceTransform().m11();
-    constexpr int edge = metrics::cardRadius + 2, middle = 2;
+    constexpr int edge = metrics::endCapWidth + 2, middle = 2;
+    static_assert(edge > metrics::cardRadius);
     if (ratio != std::floor(ratio) || rectangle.width() < 2 * edge + middle) {
         drawCard(painter, rectangle, look);
         return;
@@ -120,19 +138,6 @@ void paintCard(QPainter &painter, const QRect &rectangle, const GroundLook &look
     piece(rectangle.left(), edge, 0, edge);
     piece(rectangle.left() + edge, right - rectangle.left() - edge, edge, middle);
     piece(right, edge, edge + middle, edge);
-}
-
-void paintEndCap(QPainter &painter, const QRectF &rectangle)
-{
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(white(metrics::endCapStroke), metrics::cardStrokeWidth));
-    painter.setBrush(white(metrics::endCapFill));
-    painter.drawRoundedRect(rectangle, metrics::endCapRadius, metrics::endCapRadius);
-    painter.setPen(white(metrics::endCapTextOpacity));
-    painter.setFont(systemFont(metrics::endCapFontSize));
-    painter.drawText(rectangle, Qt::AlignCenter, QStringLiteral("_"));
-    painter.restore();
 }
 
 void paintRoundedFill(QPainter &painter, const QRect &rectangle, int radius, const QColor &color)

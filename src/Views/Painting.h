@@ -23,9 +23,8 @@ QFont systemFont(int size, bool bold = false);
 
 // The bar's dark ground. Opaque where the desktop can't shine through.
 void paintTaskbarBackground(QPainter &painter, const QRectF &rectangle, double opacity, bool translucent);
-// The same with the upper corners rounded and a hairline around it.
+// The same with the upper corners rounded, a hairline around it, and the cap at its end.
 void paintCard(QPainter &painter, const QRect &rectangle, const GroundLook &look);
-void paintEndCap(QPainter &painter, const QRectF &rectangle);
 // A rectangle with rounded corners, on whole points. Made of plain fills and four small pictures: cheaper by far than
 // an outline, of which a full bar would need hundreds.
 void paintRoundedFill(QPainter &painter, const QRect &rectangle, int radius, const QColor &color);

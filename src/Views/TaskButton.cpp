@@ -121,12 +121,20 @@ QRectF TaskButton::textRectangle() const
     return {left, 0, std::max(0.0, right - left), static_cast<double>(height())};
 }
 
-const QString &TaskButton::elidedText()
+const QStaticText &TaskButton::elidedText()
 {
     if (!elidedIsValid) {
         const QFontMetricsF measure(font());
-        elided = measure.elidedText(shownText, Qt::ElideRight, textRectangle().width());
-        elidedWidth = measure.horizontalAdvance(elided);
+        const QString cut = measure.elidedText(shownText, Qt::ElideRight, textRectangle().width());
+        // A title that is read from the right has its own end on the left, yet it too stands beside its icon.
+        QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
+        option.setTextDirection(Qt::LayoutDirectionAuto);
+        option.setWrapMode(QTextOption::NoWrap);
+        elided.setTextFormat(Qt::PlainText);
+        elided.setTextOption(option);
+        elided.setText(cut);
+        elided.prepare({}, font());
+        elidedWidth = measure.horizontalAdvance(cut);
         elidedIsValid = true;
     }
     return elided;
@@ -161,9 +169,8 @@ void TaskButton::paintEvent(QPaintEvent *)
     painter.setFont(font());
     const QRectF text = textRectangle();
     painter.setClipRect(text);
-    // A title that is read from the right has its own end on the left, yet it too stands beside its icon.
-    painter.setLayoutDirection(Qt::LayoutDirectionAuto);
-    painter.drawText(text, Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter | Qt::TextSingleLine, elidedText());
+    const QStaticText &title = elidedText();
+    painter.drawStaticText(QPointF(text.left(), (height() - title.size().height()) / 2), title);
     painter.setClipping(false);
     if (look.chevron)
         paintChevron(painter, text);

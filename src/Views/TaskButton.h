@@ -8,6 +8,7 @@
 #include "Views/TaskButtonLook.h"
 
 #include <QAbstractButton>
+#include <QStaticText>
 #include <memory>
 
 class QMenu;
@@ -55,12 +56,12 @@ protected:
 private:
     void openMenuAt(int x);
     QRectF textRectangle() const;
-    const QString &elidedText();
+    const QStaticText &elidedText();
     void paintChevron(QPainter &painter, const QRectF &text);
 
     TaskButtonLook look;
-    QString shownText;  // the whole text, fit to draw
-    QString elided;     // as it was cut last
+    QString shownText;   // the whole text, fit to draw
+    QStaticText elided;  // as it was cut last, shaped once for all its paints
     double elidedWidth = 0;
     bool elidedIsValid = false;
     CloseGlyph *closeGlyph = nullptr;  // there while the look has one

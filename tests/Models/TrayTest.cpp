@@ -3,6 +3,7 @@
 
 #include "Platform/Simulated/SimulatedDesktop.h"
 
+#include <cmath>
 #include <gtest/gtest.h>
 
 namespace korvane {
@@ -33,14 +34,19 @@ protected:
     simulated::VirtualLoop loop;
     std::optional<float> system = 0.5F;
     bool settable = true;
+    double rate = 5;
+    std::optional<int> levels;  // of a screen that has few
     LevelControl control{loop,
                          {[this] { return system; },
                           [this](float level) {
-                              if (settable)
+                              if (settable && levels)
+                                  system =
+                                      std::round(level * static_cast<float>(*levels)) / static_cast<float>(*levels);
+                              else if (settable)
                                   system = level;
                               return settable;
                           },
-                          [] { return 5.0; }, [] {}}};
+                          [this] { return rate; }, [] {}}};
 };
 
 TEST_F(Level, TinyDeltasOfATouchpadArePassedOn)
@@ -58,6 +64,57 @@ TEST_F(Level, ScrollingUpAtTheTopStaysThereAndStillShowsTheSlider)
     EXPECT_TRUE(control.scroll(1));
     EXPECT_EQ(control.level(), 1.0F);
     EXPECT_TRUE(control.showingSlider());
+}
+
+TEST_F(Level, ScrollingDownStopsAtTheBottom)
+{
+    rate = 30;
+    EXPECT_TRUE(control.scroll(-1));
+    EXPECT_FLOAT_EQ(control.level(), 0.2F);
+    EXPECT_TRUE(control.scroll(-1));
+    EXPECT_EQ(control.level(), 0);
+    EXPECT_EQ(system, 0.0F);
+}
+
+TEST_F(Level, SmallStepsAddUpOnAScreenOfFewLevels)
+{
+    levels = 7;
+    system = 3 / 7.0F;
+    int turns = 0;
+    while (*system < 1 && turns < 30) {
+        control.scroll(1);
+        ++turns;
+    }
+    EXPECT_LE(turns, 12);
+    for (turns = 0; *system > 0 && turns < 60; ++turns)
+        control.scroll(-1);
+    EXPECT_LE(turns, 21);
+}
+
+TEST_F(Level, WithoutALevelOfTheSystemTheStepsGoOnFromItsOwn)
+{
+    system.reset();
+    LevelControl mute(loop, {[] { return std::nullopt; }, [](float) { return true; }, [] { return 5.0; }, [] {}});
+    EXPECT_EQ(mute.level(), 0.5F);
+    EXPECT_TRUE(mute.scroll(1));
+    EXPECT_TRUE(mute.scroll(1));
+    EXPECT_FLOAT_EQ(mute.level(), 0.6F);
+    EXPECT_TRUE(mute.showingSlider());
+}
+
+TEST_F(Level, AClickReadsTheSystemAnew)
+{
+    system = 0.8F;
+    control.click();
+    EXPECT_EQ(control.level(), 0.8F);
+}
+
+TEST(LevelText, IsRoundedAsTheSmallFloatThatALevelIs)
+{
+    EXPECT_EQ(TrayRules::percent(345 / 1000.0F), 35);
+    EXPECT_EQ(TrayRules::percent(0.125F), 13);
+    EXPECT_EQ(TrayRules::percent(0), 0);
+    EXPECT_EQ(TrayRules::percent(1), 100);
 }
 
 TEST_F(Level, TheSliderGoesOneAndAHalfSecondsAfterTheLastStep)

@@ -58,7 +58,11 @@ TEST_F(Look, TheActiveTabAndTheOneBeforeItWearTheirStrips)
 TEST_F(Look, AStripColourThatIsNoneFallsBack)
 {
     model->set(&V::activeWindowStripColor, "no colour");
-    EXPECT_EQ(of(1, 0).strip->color, TabColors::activeStripFallback);
+    EXPECT_EQ(of(1, 0).strip->color, (Rgb{0.035, 0.24, 0.57}));
+    model->set(&V::lastWindowStripColor, "no colour either");
+    desktop.applications.focusWindow(1, hashOf(1, 1));
+    model->refresh();
+    EXPECT_EQ(of(1, 0).strip->color, (Rgb{0.025, 0.17, 0.4}));
 }
 
 TEST_F(Look, ABadgeShowsInTheStyleOfTheSettings)

@@ -336,6 +336,19 @@ TEST_F(Attention, WithNoneItSaysSo)
     EXPECT_EQ(texts(*control->openList()), (QStringList{"Notifications", "No apps need attention"}));
 }
 
+TEST_F(Attention, ALongNameWidensItsRow)
+{
+    badge(1, "Mail");
+    badge(2, "An application whose name is much longer than names of applications are");
+    auto *control = makeList();
+    QTest::mouseClick(control, Qt::LeftButton);
+    settle();
+    const auto rows = control->openList()->findChildren<ListButton *>();
+    ASSERT_EQ(rows.size(), 2);
+    EXPECT_GT(rows[0]->width(), 400);
+    EXPECT_EQ(rows[0]->width(), rows[1]->width());
+}
+
 TEST_F(Attention, ARowActivatesItsApplicationAndClosesTheList)
 {
     badge(1, "Mail");

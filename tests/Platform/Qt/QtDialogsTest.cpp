@@ -214,6 +214,9 @@ TEST_F(ColorPanels, ThePanelTellsOfEveryColourAndBlocksNothing)
     panel()->setCurrentColor(Qt::blue);
     panel()->setCurrentColor(Qt::green);
     EXPECT_EQ(first, (std::vector<Rgb>{{0, 0, 1}, {0, 1, 0}}));
+    // Colours are opaque, whatever was pasted into the panel.
+    panel()->setCurrentColor(QColor(255, 0, 0, 128));
+    EXPECT_EQ(first.back(), (Rgb{1, 0, 0}));
 }
 
 TEST_F(ColorPanels, OnlyTheLastOneWhoOpenedItHearsOfColours)
