@@ -54,7 +54,7 @@ TaskbarView::~TaskbarView()
 TaskButton *TaskbarView::button(const std::string &entryID) const
 {
     const auto found = buttons.find(entryID);
-    return found == buttons.end() ? nullptr : found->second;
+    return found == buttons.end() ? nullptr : found->second.button;
 }
 
 void TaskbarView::setTranslucent(bool translucent)
@@ -145,20 +145,25 @@ QWidget *TaskbarView::rowWidget(int rowID)
 
 void TaskbarView::arrangeButtons()
 {
-    std::unordered_map<std::string, TaskButton *> kept;
-    kept.reserve(current.entries.size());
+    // Most passes find every entry where the last one had it.
+    std::vector<Buttons::value_type *> order;
+    order.reserve(current.entries.size());
+    ++passNumber;
+    std::size_t kept = 0;
     for (std::size_t i = 0; i < current.entries.size(); ++i) {
         const TaskbarEntry &entry = current.entries[i];
         const TabPlace &place = places.places[i];
         QWidget *row = rowWidget(place.rowID);
         const bool stripAtTop = place.rowID != mainRowID;
-        TaskButton *task = nullptr;
-        if (const auto known = buttons.find(entry.id); known != buttons.end()) {
-            task = known->second;
-            buttons.erase(known);
-        } else {
-            task = makeTaskButton(host, entry, stripAtTop, row);
-        }
+        Buttons::value_type *shown = i < buttonsInOrder.size() ? buttonsInOrder[i] : nullptr;
+        if (!shown || shown->first != entry.id)
+            shown = &*buttons.try_emplace(entry.id).first;
+        if (!shown->second.button)
+            shown->second.button = makeTaskButton(host, entry, stripAtTop, row);
+        if (std::exchange(shown->second.pass, passNumber) != passNumber)
+            ++kept;
+        order.push_back(shown);
+        TaskButton *task = shown->second.button;
         if (task->parentWidget() != row)
             task->setParent(row);
         if (task->geometry() != place.rectangle)
@@ -166,13 +171,17 @@ void TaskbarView::arrangeButtons()
         task->setEntry(entry, stripAtTop);
         if (task->isHidden())
             task->show();
-        kept.emplace(entry.id, task);
     }
-    for (const auto &[id, gone] : buttons) {
-        gone->hide();
-        gone->deleteLater();
-    }
-    buttons = std::move(kept);
+    buttonsInOrder = std::move(order);
+    if (buttons.size() == kept)
+        return;
+    std::erase_if(buttons, [this](const Buttons::value_type &gone) {
+        if (gone.second.pass == passNumber)
+            return false;
+        gone.second.button->hide();
+        gone.second.button->deleteLater();
+        return true;
+    });
 }
 
 void TaskbarView::arrangeRows()

@@ -84,6 +84,12 @@ protected:
     void dropEvent(QDropEvent *event) override;
 
 private:
+    struct ShownButton {
+        TaskButton *button = nullptr;
+        std::uint64_t pass = 0;  // the last one that had its entry
+    };
+    using Buttons = std::unordered_map<std::string, ShownButton>;
+
     void runPass();
     void reactToChanges();
     void arrange();
@@ -144,7 +150,9 @@ private:
     BrightnessControlView *brightness = nullptr;
     VolumeControlView *volume = nullptr;
     std::vector<OverflowRowCard *> cards;  // nearest the bar first
-    std::unordered_map<std::string, TaskButton *> buttons;
+    Buttons buttons;
+    std::vector<Buttons::value_type *> buttonsInOrder;  // of the last pass
+    std::uint64_t passNumber = 0;
     TaskDropCue *cue;
     QPointer<TaskResizeHandle> resizeHandle;
     QRegion reportedRegion;
