@@ -1,6 +1,7 @@
 // The entry: makes the platform of this desktop, hands it to the delegate and runs until told to end.
 #include "App/AppDelegate.h"
 #include "App/LinuxDesktop.h"
+#include "App/MemoryRelease.h"
 #include "App/Startup.h"
 
 #include <QApplication>
@@ -12,6 +13,10 @@
 #include <string>
 #include <sys/signalfd.h>
 #include <unistd.h>
+
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 
 namespace {
 
@@ -30,6 +35,13 @@ int endSignals()
         sigaddset(&signals, number);
     sigprocmask(SIG_BLOCK, &signals, nullptr);
     return signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
+}
+
+void releaseMemory()
+{
+#ifdef __GLIBC__
+    malloc_trim(0);
+#endif
 }
 
 }  // namespace
@@ -64,6 +76,9 @@ int main(int argumentCount, char **arguments)
 
     platform::Platform platform = desktop->platform();
     AppDelegate delegate(platform);
+    MemoryRelease memory(platform.loop, releaseMemory);
+    const Connection counting =
+        delegate.appModel().changed.connect([&] { memory.windowCount(delegate.appModel().runningApps().size()); });
     delegate.applicationDidFinishLaunching();
     QSocketNotifier endNotifier(ending, QSocketNotifier::Read);
     QObject::connect(&endNotifier, &QSocketNotifier::activated, &application, [] { QApplication::quit(); });
