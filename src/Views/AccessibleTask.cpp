@@ -34,18 +34,23 @@ public:
     }
 };
 
-QAccessibleInterface *accessibleTask(const QString &, QObject *object)
+QAccessibleInterface *accessibleOf(const QString &className, QObject *object)
 {
+    // A bare widget would stand there as something that only fills room.
+    if (className == QLatin1String("korvane::TaskbarPanel"))
+        return new QAccessibleWidget(qobject_cast<QWidget *>(object), QAccessible::Window);
+    if (className == QLatin1String("korvane::TaskbarView"))
+        return new QAccessibleWidget(qobject_cast<QWidget *>(object), QAccessible::ToolBar);
     auto *button = qobject_cast<TaskButton *>(object);
     return button ? new AccessibleTask(button) : nullptr;
 }
 
 }  // namespace
 
-void installTaskAccessibility()
+void installTaskbarAccessibility()
 {
     static const bool installed = [] {
-        QAccessible::installFactory(accessibleTask);
+        QAccessible::installFactory(accessibleOf);
         return true;
     }();
     static_cast<void>(installed);

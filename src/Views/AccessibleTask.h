@@ -1,9 +1,10 @@
-// How a task's button stands in the accessibility tree: it can be pressed, and it can open its menu.
+// How the bar and its tasks' buttons stand in the accessibility tree: a button can be pressed, and it can open its
+// menu.
 #pragma once
 
 namespace korvane {
 
-// Once for all task buttons; further calls do nothing.
-void installTaskAccessibility();
+// Once for all bars; further calls do nothing.
+void installTaskbarAccessibility();
 
 }  // namespace korvane

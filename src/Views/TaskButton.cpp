@@ -17,7 +17,7 @@ namespace korvane {
 
 TaskButton::TaskButton(const TaskButtonHost &buttonHost, QWidget *parent) : QAbstractButton(parent), host(buttonHost)
 {
-    installTaskAccessibility();
+    installTaskbarAccessibility();
     setFocusPolicy(Qt::NoFocus);
     setFont(systemFont(metrics::buttonFontSize));
     setAttribute(Qt::WA_AlwaysShowToolTips);

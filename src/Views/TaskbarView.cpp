@@ -1,5 +1,6 @@
 #include "Views/TaskbarView.h"
 
+#include "Views/AccessibleTask.h"
 #include "Views/AttentionControlView.h"
 #include "Views/ClockView.h"
 #include "Views/LevelControlView.h"
@@ -28,6 +29,7 @@ TaskbarView::TaskbarView(AppModel &appModel, ViewServices &viewServices, platfor
       attention(new AttentionControlView(appModel, viewServices, system, true, mainRow)),
       clock(new ClockView(system, mainRow)), cue(new TaskDropCue(this))
 {
+    installTaskbarAccessibility();
     setAcceptDrops(true);
     dropActions = {
         [this](const std::string &id, const std::string &with) { model.groupTask(id, with); },

@@ -1,64 +1,21 @@
 // A bar that fades away and comes back, in virtual time.
-#include "Controllers/TaskbarPanelController.h"
-#include "Models/ModelFixture.h"
-#include "Views/PaintCounter.h"
+#include "Controllers/HidingFixture.h"
 #include "Views/RunningAppGroupButton.h"
 #include "Views/TaskButton.h"
-#include "Views/TaskResizeHandle.h"
 
 #include <QMenu>
-#include <QTest>
 #include <gtest/gtest.h>
 
 namespace korvane {
 namespace {
 
-using testing::ModelFixture;
+using testing::away;
+using testing::edge;
+using testing::Hiding;
+using testing::onBar;
 using testing::PaintCounter;
 using testing::settle;
 using testing::V;
-
-const platform::Point onBar{500, 10}, away{500, 600}, edge{500, 0.5};
-
-class Hiding : public ModelFixture {
-protected:
-    // The bar stands, its list is there, and the pointer is on it.
-    void show(std::int64_t frames = 30)
-    {
-        addApplication(1, "Mail", 2);
-        makeModel();
-        model->set(&V::groupingMode, "never");
-        model->set(&V::mediaSliderDisplay, "Never");
-        model->set(&V::appRefreshRate, frames);
-        model->set(&V::appMonitorRefreshRate, 20);
-        model->set(&V::animationDurationMS, 400);
-        pointAt(onBar);
-        TaskbarCallbacks callbacks;
-        callbacks.onStart = [this](const platform::Rect &frame) { starts.push_back(frame); };
-        callbacks.startMenuContainsMouse = [this] { return inStartMenu; };
-        callbacks.setStartMenuOpacity = [this](double opacity) { menuOpacity = opacity; };
-        controller = std::make_unique<TaskbarPanelController>(*model, platform, callbacks);
-        controller->show();
-        model->start();
-        advance(1);
-        settle();
-    }
-    void pointAt(platform::Point place)
-    {
-        desktop.pointer.moveTo(place);
-        desktop.events.move();
-        desktop.loop.runPosted();
-    }
-    TaskbarPanel &panel(std::size_t index = 0) { return *controller->panels()[index]; }
-    double opacity(std::size_t index = 0) { return panel(index).contentOpacity().value(); }
-    bool hidden(std::size_t index = 0) { return opacity(index) <= 0.01 && panel(index).ignoresMouseEvents(); }
-    bool ignoredByDesktop() { return desktop.panels.ignoring[panel().winId()]; }
-
-    std::unique_ptr<TaskbarPanelController> controller;
-    std::vector<platform::Rect> starts;
-    bool inStartMenu = false;
-    double menuOpacity = -1;
-};
 
 TEST_F(Hiding, TheBarStaysWhileThePointerIsOnIt)
 {
@@ -432,101 +389,6 @@ TEST_F(Hiding, WithoutACompositorTheBarStaysOpaqueUntilItIsGone)
     EXPECT_EQ(panel().grab().toImage(), before);
     advance(1);
     EXPECT_TRUE(ignoredByDesktop());
-}
-
-TEST_F(Hiding, RowsOpenUnderAPointerThatTheControllerFollows)
-{
-    addApplication(2, "Notes", 40);
-    show();
-    pointAt({1300, 36});
-    advance(0.12);
-    EXPECT_TRUE(model->taskOverflowRowsVisible());
-    pointAt({1300, 10});
-    advance(0.5);
-    EXPECT_FALSE(model->taskOverflowRowsVisible());
-}
-
-TEST_F(Hiding, RowsStayTuckedUnderAListThatCoversThem)
-{
-    addApplication(2, "Notes", 40);
-    show();
-    QWidget list;
-    list.setGeometry(1200, 700, 200, 200);
-    list.show();
-    pointAt({1300, 36});
-    advance(1);
-    EXPECT_FALSE(model->taskOverflowRowsVisible());
-    list.hide();
-    pointAt({1301, 36});
-    advance(0.12);
-    EXPECT_TRUE(model->taskOverflowRowsVisible());
-}
-
-TEST_F(Hiding, RowsHoldStillWhileAWidthIsBeingSet)
-{
-    addApplication(2, "Notes", 40);
-    show();
-    model->beginTaskResize();
-    pointAt({1300, 36});
-    advance(1);
-    EXPECT_FALSE(model->taskOverflowRowsVisible());
-    model->endTaskResize();
-    pointAt({1301, 36});
-    advance(0.12);
-    EXPECT_TRUE(model->taskOverflowRowsVisible());
-}
-
-TEST_F(Hiding, NewScreensBeginWithTheirRowsTuckedAway)
-{
-    addApplication(2, "Notes", 40);
-    show();
-    pointAt({1300, 36});
-    advance(0.12);
-    ASSERT_TRUE(model->taskOverflowRowsVisible());
-    pointAt(away);
-    desktop.screens.set({{1, {0, 0, 1440, 900}, 1}, {2, {1440, 0, 1280, 720}, 1}});
-    desktop.loop.runPosted();
-    EXPECT_FALSE(model->taskOverflowRowsVisible());
-}
-
-TEST_F(Hiding, ADragAndAResizeEndWithThePanelsThatAChangeOfTheScreensTakesAway)
-{
-    show();
-    const std::string id = idOf(1, 0);
-    panel().view().dragBegan(id, {id});
-    panel().view().armResize(id);
-    model->beginTaskResize();
-    desktop.screens.set({{1, {0, 0, 1280, 720}, 1}});
-    desktop.loop.runPosted();
-    settle();
-    EXPECT_FALSE(panel().view().dragState().draggedTaskID);
-    EXPECT_FALSE(panel().view().armedResizeID());
-    model->endTaskResize();
-    pointAt(away);
-    advance(2);
-    EXPECT_TRUE(hidden());
-}
-
-TEST_F(Hiding, AWidthSetByHandIsOneScreensAndItsPauseEveryScreens)
-{
-    desktop.screens.set({{1, {0, 0, 1440, 900}, 1}, {2, {1440, 0, 1280, 720}, 1}});
-    show();
-    const std::string id = idOf(1, 0);
-    panel(0).view().armResize(id);
-    auto *grip = panel(0).view().findChild<TaskResizeHandle *>();
-    ASSERT_TRUE(grip);
-    QTest::mousePress(grip, Qt::LeftButton, {}, grip->rect().center());
-    EXPECT_FALSE(controller->visibilityTimerInterval());
-    EXPECT_TRUE(model->inspect().taskResizeSuspended);
-    pointAt(away);
-    advance(5);
-    EXPECT_EQ(opacity(0), 1);
-    QTest::mouseRelease(grip, Qt::LeftButton, {}, grip->rect().center());
-    settle();
-    EXPECT_TRUE(panel(0).view().taskWidthOverrides().contains(id));
-    EXPECT_TRUE(panel(1).view().taskWidthOverrides().empty());
-    advance(2);
-    EXPECT_TRUE(hidden(0));
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include "Models/ModelFixture.h"
 #include "Views/PaintCounter.h"
 
+#include <QAccessible>
 #include <QPointer>
 
 namespace korvane {
@@ -49,6 +50,14 @@ TEST_F(Panels, OneStandsAlongTheBottomOfEveryScreen)
     // In the toolkit's coordinates, which count from the top.
     EXPECT_EQ(controller->panels()[1]->geometry().bottom() + 1, 1080 - 200);
     EXPECT_EQ(controller->panels()[2]->geometry().left(), -1024);
+}
+
+TEST_F(Panels, TheAccessibilityTreeHasAWindowWithAToolBar)
+{
+    show();
+    TaskbarPanel &panel = *controller->panels()[0];
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&panel)->role(), QAccessible::Window);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&panel.view())->role(), QAccessible::ToolBar);
 }
 
 TEST_F(Panels, EachIsDecoratedBeforeItIsShown)
