@@ -32,8 +32,9 @@ void check(double ratio, const QRect &place, int radius, const QColor &color)
         for (int x = left; x <= right; ++x) {
             const bool inCornerColumn = x < left + corner || x > right - corner;
             const bool inCornerRow = y < top + corner || y > bottom - corner;
-            if (!(inCornerColumn && inCornerRow))
+            if (!(inCornerColumn && inCornerRow)) {
                 ASSERT_EQ(qAlpha(image.pixel(x, y)), color.alpha()) << x << "," << y;
+            }
         }
     }
     for (const QPoint at : {QPoint(left, top), QPoint(right, top), QPoint(left, bottom), QPoint(right, bottom)})

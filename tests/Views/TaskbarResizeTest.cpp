@@ -45,7 +45,7 @@ TEST_F(Resizing, AClickOnTheGripKeepsTheWidthAndDisarms)
 TEST_F(Resizing, AClickKeepsTheWidthOfTheLayoutAndNotThatOfThePixels)
 {
     std::vector<double> widths;
-    TaskResizeHandle grip({[] {}, [&](double width) { widths.push_back(width); }, [] {}, [] {}}, nullptr);
+    TaskResizeHandle grip({[] {}, [&](double kept) { widths.push_back(kept); }, [] {}, [] {}}, nullptr);
     grip.setButton({10, 3, 100, 28}, 100.4);
     QTest::mouseClick(&grip, Qt::LeftButton);
     EXPECT_EQ(widths, std::vector<double>{100.4});
