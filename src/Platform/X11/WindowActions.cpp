@@ -15,7 +15,36 @@ constexpr std::uint32_t iconicState = 3;
 WindowActions::WindowActions(Connection &server, PropertyMirror &windows, ApplicationTable &applications,
                              ServerTime &time)
     : connection(server), mirror(windows), table(applications), serverTime(time)
-{}
+{
+    connection.join(*this);
+}
+
+WindowActions::~WindowActions()
+{
+    connection.leave(*this);
+}
+
+// A manager may say that a window is minimised before it takes it off the screen. Asked for meanwhile, the window was
+// still there, so nobody heard of it.
+void WindowActions::handle(const xcb_generic_event_t &event)
+{
+    if (restoring.empty())
+        return;
+    if (typeOf(event) == XCB_MAP_NOTIFY)
+        restoring.erase(reinterpret_cast<const xcb_map_notify_event_t &>(event).window);
+    else if (typeOf(event) == XCB_DESTROY_NOTIFY)
+        restoring.erase(reinterpret_cast<const xcb_destroy_notify_event_t &>(event).window);
+    else if (typeOf(event) == XCB_UNMAP_NOTIFY) {
+        const WindowId window = reinterpret_cast<const xcb_unmap_notify_event_t &>(event).window;
+        if (restoring.erase(window) == 0)
+            return;
+        xcb_map_window(connection, window);
+        // A window that comes back may take the focus from the one that was to have it.
+        for (const WindowId target : lastTargets)
+            bringForward(target, lastTime);
+        xcb_flush(connection);
+    }
+}
 
 void WindowActions::close(WindowId window)
 {
@@ -38,6 +67,7 @@ void WindowActions::close(WindowId window)
 
 void WindowActions::minimize(WindowId window)
 {
+    restoring.erase(window);
     connection.tellManager(window, Atom::wmChangeState, {iconicState});
 }
 
@@ -108,13 +138,17 @@ void WindowActions::carryOut(const Turn &now, xcb_timestamp_t time)
             targets.push_back(target);
     }
     for (const WindowId window : now.restored)
-        if (std::find(targets.begin(), targets.end(), window) == targets.end())
+        if (std::find(targets.begin(), targets.end(), window) == targets.end()) {
             xcb_map_window(connection, window);
+            restoring.insert(window);
+        }
     for (const Application &one : now.applications)
         if (const ApplicationEntry *entry = table.find(one.pid); entry && one.activated && one.allWindows)
             raiseAll(*entry);
     for (const WindowId window : targets)
         bringForward(window, time);
+    lastTargets = std::move(targets);
+    lastTime = time;
     xcb_flush(connection);
 }
 

@@ -7,15 +7,17 @@
 #include "Platform/X11/ServerTime.h"
 
 #include <memory>
+#include <set>
 #include <vector>
 
 namespace korvane::platform::x11 {
 
 // Bringing forward is put together over one turn of the loop: "this application", "this window of it" and "restored"
 // are told one by one and in either order, and must not let another window of the application come up in between.
-class WindowActions {
+class WindowActions final : public EventListener {
 public:
     WindowActions(Connection &connection, PropertyMirror &mirror, ApplicationTable &table, ServerTime &time);
+    ~WindowActions() override;
 
     void close(WindowId window);
     void minimize(WindowId window);
@@ -24,6 +26,8 @@ public:
     void raise(WindowId window);
     // The window that this turn has named, or else the one of the application that was active last.
     void activate(Pid pid, bool allWindows);
+
+    void handle(const xcb_generic_event_t &event) override;
 
 private:
     struct Application {
@@ -51,6 +55,10 @@ private:
     ServerTime &serverTime;
     Turn turn;
     bool scheduled = false;
+    std::set<WindowId> restoring;  // asked for, and not on the screen yet
+    // Of the last turn.
+    std::vector<WindowId> lastTargets;
+    xcb_timestamp_t lastTime = XCB_CURRENT_TIME;
     std::shared_ptr<WindowActions *> self = std::make_shared<WindowActions *>(this);
 };
 
