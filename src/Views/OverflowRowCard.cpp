@@ -45,9 +45,8 @@ void OverflowRowCard::arrange(const CardPlace &place, int mediaWidth)
 {
     if (geometry() != place.shown)
         setGeometry(place.shown);
-    if (rowHeight != place.rowHeight || endCap != place.endCap) {
+    if (rowHeight != place.rowHeight) {
         rowHeight = place.rowHeight;
-        endCap = place.endCap;
         update();
     }
     if (const QRect area(0, 0, std::max(0, place.buffer.left()), static_cast<int>(std::lround(rowHeight)));
@@ -68,7 +67,7 @@ void OverflowRowCard::arrange(const CardPlace &place, int mediaWidth)
 void OverflowRowCard::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    paintCard(painter, QRect(0, 0, width(), rowHeight), look);
+    paintCard(painter, QRect(0, 0, width(), static_cast<int>(std::lround(rowHeight))), look);
 }
 
 }  // namespace korvane

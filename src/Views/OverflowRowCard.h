@@ -36,7 +36,7 @@ protected:
 private:
     GroundLook look;
     double rowHeight = 0;
-    QRect endCap, media;
+    QRect media;
     QWidget *tabs;
     SymbolButton *lock = nullptr, *refresh = nullptr;
 };
