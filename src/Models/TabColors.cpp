@@ -69,7 +69,7 @@ std::optional<std::string> groupColorName(const ColorNames &liveTabColors, const
 }
 
 void pickColor(platform::Platform &platform, const std::optional<std::string> &initialStored,
-                          std::function<void(const std::string &)> apply)
+               std::function<void(const std::string &)> apply)
 {
     platform.loop.post(
         [&dialogs = platform.dialogs, initial = storedTabColor(initialStored), apply = std::move(apply)] {

@@ -26,10 +26,10 @@ protected:
 
     void start()
     {
-        whole = std::make_unique<platform::Platform>(
-            platform::Platform{loop, platform->applications(), platform->accessibility(), platform->windowList(),
-                               platform->screens(), platform->pointer(), platform->events(), platform->panels(), platform->hotKeys(),
-                               loginItem, defaults, launching, text, icons, audio, brightness, dialogs});
+        whole = std::make_unique<platform::Platform>(platform::Platform{
+            loop, platform->applications(), platform->accessibility(), platform->windowList(), platform->screens(),
+            platform->pointer(), platform->events(), platform->panels(), platform->hotKeys(), loginItem, defaults,
+            launching, text, icons, audio, brightness, dialogs});
         model = std::make_unique<AppModel>(*whole);
         model->start();
     }

@@ -20,8 +20,8 @@ struct X11Platform::Parts {
           table(mirror, catalogue), actions(*connection, mirror, table, time),
           applications(*connection, mirror, table, actions, std::move(loadIcon), loop),
           accessibility(mirror, table, actions), windowList(mirror), screens(*connection, mirror, loop, options.scale),
-          pointer(*connection, screens), events(*connection), panels(*connection, screens, options.views), hotKeys(*connection, loop),
-          saver(*connection, [this](bool started) {
+          pointer(*connection, screens), events(*connection), panels(*connection, screens, options.views),
+          hotKeys(*connection, loop), saver(*connection, [this](bool started) {
               applications.announce(started ? SessionEvent::screensaverStarted : SessionEvent::screensaverStopped);
           })
     {}

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "Platform/Accessibility.h"
-#include "Platform/Events.h"
 #include "Platform/Applications.h"
+#include "Platform/Events.h"
 #include "Platform/HotKeys.h"
 #include "Platform/MainLoop.h"
 #include "Platform/Panels.h"

@@ -17,7 +17,8 @@ TEST(Symbols, EverySymbolOfTheInterfaceIsDrawn)
                              "arrow.clockwise",
                              "arrow.down",
                              "arrow.up",
-                             "chevron.up", "chevron.up.bold",
+                             "chevron.up",
+                             "chevron.up.bold",
                              "folder",
                              "gearshape.fill",
                              "heart.fill",
@@ -34,7 +35,8 @@ TEST(Symbols, EverySymbolOfTheInterfaceIsDrawn)
                              "sun.max",
                              "sun.max.fill",
                              "sun.min.fill",
-                             "xmark", "xmark.bold"}) {
+                             "xmark",
+                             "xmark.bold"}) {
         const QImage picture = symbolImage(name, 32, Qt::white);
         ASSERT_FALSE(picture.isNull()) << name;
         int opaque = 0;
