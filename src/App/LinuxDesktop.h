@@ -11,11 +11,11 @@
 #include "Platform/Linux/PropertyListDefaults.h"
 #include "Platform/Linux/PulseAudio.h"
 #include "Platform/Linux/XdgLoginItem.h"
-#include "Platform/Platform.h"
 #include "Platform/Qt/QtDialogs.h"
 #include "Platform/Qt/QtIcons.h"
 #include "Platform/Qt/QtMainLoop.h"
 #include "Platform/X11/X11Platform.h"
+#include "Ports/Platform.h"
 
 #include <memory>
 #include <string>

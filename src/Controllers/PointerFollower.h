@@ -1,7 +1,7 @@
 // Tells where the pointer is while it moves, and rests while it rests: between two motions nothing wakes the program.
 #pragma once
 
-#include "Platform/Platform.h"
+#include "Ports/Platform.h"
 
 #include <functional>
 

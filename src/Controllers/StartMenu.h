@@ -1,7 +1,7 @@
 // What the other controllers ask of the start menu and of the settings window.
 #pragma once
 
-#include "Platform/Geometry.h"
+#include "Ports/Values/Geometry.h"
 
 namespace korvane {
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Models/AutoHide.h"
-#include "Platform/Platform.h"
+#include "Ports/Platform.h"
 #include "Views/TaskbarView.h"
 
 #include <QWidget>

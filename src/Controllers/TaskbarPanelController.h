@@ -6,7 +6,7 @@
 #include "Controllers/TaskbarPanel.h"
 #include "Models/AppModel.h"
 #include "Models/PanelGeometry.h"
-#include "Platform/Platform.h"
+#include "Ports/Platform.h"
 
 #include <functional>
 #include <memory>

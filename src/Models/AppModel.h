@@ -14,7 +14,7 @@
 #include "Models/TaskOrder.h"
 #include "Models/WindowDiscovery.h"
 #include "Models/WindowMemory.h"
-#include "Platform/Platform.h"
+#include "Ports/Platform.h"
 
 #include <functional>
 #include <map>

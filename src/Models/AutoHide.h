@@ -4,8 +4,8 @@
 
 #include "Models/PanelGeometry.h"
 #include "Models/SettingsTable.h"
-#include "Platform/MainLoop.h"
-#include "Platform/Screens.h"
+#include "Ports/MainLoop.h"
+#include "Ports/Screens.h"
 
 #include <functional>
 #include <optional>

@@ -1,7 +1,7 @@
 // Calls that are to come once, some time later, and may be cancelled before.
 #pragma once
 
-#include "Platform/MainLoop.h"
+#include "Ports/MainLoop.h"
 
 #include <algorithm>
 #include <functional>

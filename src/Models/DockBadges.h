@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Models/SettingsTable.h"
-#include "Platform/Platform.h"
+#include "Ports/Platform.h"
 
 #include <span>
 #include <string>

@@ -1,7 +1,7 @@
 // Reading one attribute of an element.
 #pragma once
 
-#include "Platform/Accessibility.h"
+#include "Ports/Accessibility.h"
 
 #include <optional>
 #include <string_view>

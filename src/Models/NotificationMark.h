@@ -2,7 +2,7 @@
 // button's top leading corner, y downwards.
 #pragma once
 
-#include "Platform/Geometry.h"
+#include "Ports/Values/Geometry.h"
 
 #include <algorithm>
 #include <optional>

@@ -1,8 +1,8 @@
 // The plain values that travel between the model and the views.
 #pragma once
 
-#include "Platform/Applications.h"
-#include "Platform/Image.h"
+#include "Ports/Applications.h"
+#include "Ports/Values/Image.h"
 
 #include <cstdint>
 #include <optional>

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "Models/Records.h"
-#include "Platform/Defaults.h"
+#include "Ports/Defaults.h"
 
 #include <cstdint>
 #include <set>

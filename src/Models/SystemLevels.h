@@ -1,8 +1,8 @@
 // The two levels that the bar sets: how bright the screen is, how loud the sound. No state of its own.
 #pragma once
 
-#include "Platform/Audio.h"
-#include "Platform/Brightness.h"
+#include "Ports/Audio.h"
+#include "Ports/Brightness.h"
 
 #include <optional>
 

@@ -1,6 +1,6 @@
 #include "Models/TabColors.h"
 
-#include "Platform/Platform.h"
+#include "Ports/Platform.h"
 
 #include <algorithm>
 #include <charconv>

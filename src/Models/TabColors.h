@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Models/Records.h"
-#include "Platform/Color.h"
+#include "Ports/Values/Color.h"
 
 #include <array>
 #include <functional>

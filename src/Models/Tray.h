@@ -3,7 +3,7 @@
 #pragma once
 
 #include "Models/DelayedTasks.h"
-#include "Platform/MainLoop.h"
+#include "Ports/MainLoop.h"
 
 #include <cstdint>
 #include <functional>

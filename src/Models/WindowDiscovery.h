@@ -3,7 +3,7 @@
 #pragma once
 
 #include "Models/Records.h"
-#include "Platform/Platform.h"
+#include "Ports/Platform.h"
 
 #include <functional>
 #include <optional>

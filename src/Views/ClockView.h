@@ -1,7 +1,7 @@
 // The time and the date at the end of the bar, each a button that opens its application.
 #pragma once
 
-#include "Platform/Platform.h"
+#include "Ports/Platform.h"
 
 #include <QAbstractButton>
 #include <QWidget>

@@ -3,7 +3,7 @@
 
 #include "Models/NotificationMark.h"
 #include "Models/TabColors.h"
-#include "Platform/Image.h"
+#include "Ports/Values/Image.h"
 #include "Views/GroundLook.h"
 
 #include <QColor>

@@ -2,7 +2,7 @@
 // active window of the desktop stays what it is.
 #pragma once
 
-#include "Platform/Platform.h"
+#include "Ports/Platform.h"
 
 #include <QPointer>
 #include <QWidget>

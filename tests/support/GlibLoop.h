@@ -1,7 +1,7 @@
 // A run loop on GLib's default context, with no toolkit, that a test turns until something holds.
 #pragma once
 
-#include "Platform/MainLoop.h"
+#include "Ports/MainLoop.h"
 
 #include <functional>
 #include <memory>

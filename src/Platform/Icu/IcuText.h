@@ -1,7 +1,7 @@
 // The text port on ICU, for every system that has no text service of its own.
 #pragma once
 
-#include "Platform/Text.h"
+#include "Ports/Text.h"
 
 #include <memory>
 

@@ -1,8 +1,8 @@
 // The brightness of a laptop's panel, by the kernel's files and, where only the session may write them, by logind.
 #pragma once
 
-#include "Platform/Brightness.h"
-#include "Platform/MainLoop.h"
+#include "Ports/Brightness.h"
+#include "Ports/MainLoop.h"
 
 #include <cstdint>
 #include <filesystem>

@@ -1,7 +1,7 @@
 // The installed applications by their desktop entries, and the roles that the user's defaults give to some of them.
 #pragma once
 
-#include "Platform/X11/ApplicationCatalogue.h"
+#include "Platform/Linux/ApplicationCatalogue.h"
 
 #include <memory>
 

@@ -1,7 +1,7 @@
 // Starting applications and opening addresses through the desktop entries, never through a shell.
 #pragma once
 
-#include "Platform/Launching.h"
+#include "Ports/Launching.h"
 
 #include <cstdint>
 #include <functional>

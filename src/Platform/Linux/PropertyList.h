@@ -1,7 +1,7 @@
 // The settings file's form: a property list in XML with one dictionary of typed values.
 #pragma once
 
-#include "Platform/Defaults.h"
+#include "Ports/Defaults.h"
 
 #include <cstdint>
 #include <map>

@@ -1,9 +1,9 @@
 // The defaults database in a file of the user: read once, answered from memory, written after the turn that changed it.
 #pragma once
 
-#include "Platform/Defaults.h"
 #include "Platform/Linux/PropertyList.h"
-#include "Platform/MainLoop.h"
+#include "Ports/Defaults.h"
+#include "Ports/MainLoop.h"
 
 #include <filesystem>
 #include <functional>

@@ -2,8 +2,8 @@
 // here, so that nothing ever waits for it; it tells of every change by itself.
 #pragma once
 
-#include "Platform/Audio.h"
-#include "Platform/MainLoop.h"
+#include "Ports/Audio.h"
+#include "Ports/MainLoop.h"
 
 #include <memory>
 #include <string>

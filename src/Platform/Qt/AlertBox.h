@@ -1,7 +1,7 @@
 // The one form of all questions: a message, what it means, perhaps a control of the caller's, and buttons.
 #pragma once
 
-#include "Platform/Dialogs.h"
+#include "Ports/Dialogs.h"
 
 #include <QDialog>
 

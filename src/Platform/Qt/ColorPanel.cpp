@@ -1,6 +1,6 @@
 #include "Platform/Qt/ColorPanel.h"
 
-#include "Platform/Panels.h"
+#include "Ports/Panels.h"
 
 #include <QColor>
 

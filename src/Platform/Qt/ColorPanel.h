@@ -1,7 +1,7 @@
 // The one colour panel of the program. What it is opened for takes every colour while it is being tried.
 #pragma once
 
-#include "Platform/Color.h"
+#include "Ports/Values/Color.h"
 
 #include <QColorDialog>
 #include <functional>

@@ -1,7 +1,7 @@
 // Reads a picture file that somebody else has made.
 #pragma once
 
-#include "Platform/Image.h"
+#include "Ports/Values/Image.h"
 
 #include <QByteArray>
 #include <filesystem>

@@ -1,7 +1,7 @@
 // Questions to the user, shown with the toolkit.
 #pragma once
 
-#include "Platform/Dialogs.h"
+#include "Ports/Dialogs.h"
 
 #include <memory>
 

@@ -1,7 +1,7 @@
 // The program's own icon and the symbols, as pictures for the records.
 #pragma once
 
-#include "Platform/Icons.h"
+#include "Ports/Icons.h"
 
 #include <map>
 #include <string>

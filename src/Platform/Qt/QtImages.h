@@ -1,7 +1,7 @@
 // Pictures between the records' form and Qt's.
 #pragma once
 
-#include "Platform/Image.h"
+#include "Ports/Values/Image.h"
 
 #include <QImage>
 

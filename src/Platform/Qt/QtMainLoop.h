@@ -1,7 +1,7 @@
 // Time and the run loop on Qt's event loop. One timer of Qt serves all waits, so that wake-ups are put together.
 #pragma once
 
-#include "Platform/MainLoop.h"
+#include "Ports/MainLoop.h"
 
 #include <memory>
 

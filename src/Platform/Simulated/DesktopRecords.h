@@ -1,8 +1,8 @@
 // What the simulated desktop consists of, as a test writes it down.
 #pragma once
 
-#include "Platform/Accessibility.h"
-#include "Platform/Applications.h"
+#include "Ports/Accessibility.h"
+#include "Ports/Applications.h"
 
 #include <cstdint>
 #include <optional>

@@ -1,7 +1,7 @@
 // The defaults database in memory. It keeps a list of what was written, so that a test can say what an operation saved.
 #pragma once
 
-#include "Platform/Defaults.h"
+#include "Ports/Defaults.h"
 
 #include <functional>
 #include <map>

@@ -1,7 +1,7 @@
 // Callbacks that are told of something until their subscription ends.
 #pragma once
 
-#include "Platform/Subscription.h"
+#include "Ports/Subscription.h"
 
 #include <algorithm>
 #include <functional>

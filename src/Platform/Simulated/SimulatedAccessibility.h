@@ -1,8 +1,8 @@
 // Elements, attributes and actions of the simulated desktop's windows and of its dock.
 #pragma once
 
-#include "Platform/Accessibility.h"
 #include "Platform/Simulated/SimulatedApplications.h"
+#include "Ports/Accessibility.h"
 
 namespace korvane::simulated {
 

@@ -1,12 +1,12 @@
 // The applications of the simulated desktop with their windows, and what becomes of them.
 #pragma once
 
-#include "Platform/Applications.h"
 #include "Platform/Simulated/ActionLog.h"
 #include "Platform/Simulated/DesktopRecords.h"
 #include "Platform/Simulated/Elements.h"
 #include "Platform/Simulated/Observers.h"
 #include "Platform/Simulated/VirtualLoop.h"
+#include "Ports/Applications.h"
 
 #include <array>
 #include <functional>

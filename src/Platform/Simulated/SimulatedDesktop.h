@@ -7,13 +7,13 @@
 #pragma once
 
 #include "Platform/Icu/IcuText.h"
-#include "Platform/Platform.h"
 #include "Platform/Simulated/ActionLog.h"
 #include "Platform/Simulated/MemoryDefaults.h"
 #include "Platform/Simulated/SimulatedAccessibility.h"
 #include "Platform/Simulated/SimulatedApplications.h"
 #include "Platform/Simulated/SimulatedSurroundings.h"
 #include "Platform/Simulated/VirtualLoop.h"
+#include "Ports/Platform.h"
 
 namespace korvane::simulated {
 

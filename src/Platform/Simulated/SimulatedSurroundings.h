@@ -1,20 +1,20 @@
 // What stands around the windows of the simulated desktop: screens, pointer, panels, keys, launching, pictures, alerts.
 #pragma once
 
-#include "Platform/Audio.h"
-#include "Platform/Brightness.h"
-#include "Platform/Dialogs.h"
-#include "Platform/Events.h"
-#include "Platform/HotKeys.h"
-#include "Platform/Icons.h"
-#include "Platform/Launching.h"
-#include "Platform/Panels.h"
-#include "Platform/Screens.h"
 #include "Platform/Simulated/ActionLog.h"
 #include "Platform/Simulated/Observers.h"
 #include "Platform/Simulated/SimulatedApplications.h"
 #include "Platform/Simulated/VirtualLoop.h"
-#include "Platform/WindowList.h"
+#include "Ports/Audio.h"
+#include "Ports/Brightness.h"
+#include "Ports/Dialogs.h"
+#include "Ports/Events.h"
+#include "Ports/HotKeys.h"
+#include "Ports/Icons.h"
+#include "Ports/Launching.h"
+#include "Ports/Panels.h"
+#include "Ports/Screens.h"
+#include "Ports/WindowList.h"
 
 #include <deque>
 #include <functional>

@@ -2,8 +2,8 @@
 // exactly where one large step does.
 #pragma once
 
-#include "Platform/MainLoop.h"
 #include "Platform/Simulated/Observers.h"
+#include "Ports/MainLoop.h"
 
 #include <cstdint>
 #include <deque>

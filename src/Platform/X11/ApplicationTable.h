@@ -1,9 +1,9 @@
 // The applications of the desktop: the mirror's windows by process, with what the installed applications tell of them.
 #pragma once
 
-#include "Platform/Applications.h"
-#include "Platform/X11/ApplicationCatalogue.h"
+#include "Platform/Linux/ApplicationCatalogue.h"
 #include "Platform/X11/PropertyMirror.h"
+#include "Ports/Applications.h"
 
 #include <cstdint>
 #include <optional>

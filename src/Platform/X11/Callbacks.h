@@ -1,7 +1,7 @@
 // The observers of one thing. An observer may leave, or join others, while it is told.
 #pragma once
 
-#include "Platform/Subscription.h"
+#include "Ports/Subscription.h"
 
 #include <algorithm>
 #include <functional>

@@ -1,8 +1,8 @@
 // Passes changes on: the first after a quiet moment at once, those that follow together, at most once a frame.
 #pragma once
 
-#include "Platform/Applications.h"
-#include "Platform/MainLoop.h"
+#include "Ports/Applications.h"
+#include "Ports/MainLoop.h"
 
 #include <functional>
 #include <optional>

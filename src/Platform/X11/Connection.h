@@ -2,9 +2,9 @@
 // what goes wrong, stays apart.
 #pragma once
 
-#include "Platform/MainLoop.h"
 #include "Platform/X11/Atoms.h"
 #include "Platform/X11/EventSource.h"
+#include "Ports/MainLoop.h"
 
 #include <array>
 #include <memory>

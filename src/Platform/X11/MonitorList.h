@@ -1,9 +1,9 @@
 // The monitors as the server lists them, and the two coordinate systems made of their pixels.
 #pragma once
 
-#include "Platform/Geometry.h"
-#include "Platform/Screens.h"
 #include "Platform/X11/Connection.h"
+#include "Ports/Screens.h"
+#include "Ports/Values/Geometry.h"
 
 #include <cstdint>
 #include <vector>

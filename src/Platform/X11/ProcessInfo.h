@@ -1,7 +1,7 @@
 // What the system tells of a process.
 #pragma once
 
-#include "Platform/Applications.h"
+#include "Ports/Applications.h"
 
 #include <optional>
 #include <string>

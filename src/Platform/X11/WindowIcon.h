@@ -1,7 +1,7 @@
 // The pictures that a window carries in _NET_WM_ICON: width, height and pixels, one picture after the other.
 #pragma once
 
-#include "Platform/Image.h"
+#include "Ports/Values/Image.h"
 
 #include <cstdint>
 #include <span>

@@ -1,9 +1,9 @@
 // What the mirror knows of one window, and how a property's bytes change it. Nothing here talks to the server.
 #pragma once
 
-#include "Platform/Applications.h"
-#include "Platform/X11/ApplicationCatalogue.h"
+#include "Platform/Linux/ApplicationCatalogue.h"
 #include "Platform/X11/Atoms.h"
+#include "Ports/Applications.h"
 
 #include <bitset>
 #include <cstdint>

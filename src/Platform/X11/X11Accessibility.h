@@ -1,9 +1,9 @@
 // Windows as elements with attributes and actions, answered from the mirror.
 #pragma once
 
-#include "Platform/Accessibility.h"
 #include "Platform/X11/ApplicationTable.h"
 #include "Platform/X11/WindowActions.h"
+#include "Ports/Accessibility.h"
 
 #include <map>
 #include <string>

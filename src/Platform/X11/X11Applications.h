@@ -1,11 +1,11 @@
 // The running applications on X11: processes that own managed windows.
 #pragma once
 
-#include "Platform/Applications.h"
 #include "Platform/X11/ApplicationTable.h"
 #include "Platform/X11/Callbacks.h"
 #include "Platform/X11/ChangeDelivery.h"
 #include "Platform/X11/WindowActions.h"
+#include "Ports/Applications.h"
 
 #include <array>
 #include <map>

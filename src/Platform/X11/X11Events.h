@@ -1,8 +1,8 @@
 // The mouse everywhere, by the raw events of XInput 2, which come whoever has the pointer.
 #pragma once
 
-#include "Platform/Events.h"
 #include "Platform/X11/Connection.h"
+#include "Ports/Events.h"
 
 #include <memory>
 

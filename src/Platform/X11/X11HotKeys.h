@@ -1,8 +1,8 @@
 // Keys that are grabbed from the whole desktop.
 #pragma once
 
-#include "Platform/HotKeys.h"
 #include "Platform/X11/Connection.h"
+#include "Ports/HotKeys.h"
 
 #include <memory>
 #include <vector>

@@ -1,11 +1,11 @@
 // Panels by the properties that window managers know, and whether a compositor lets the desktop be seen through them.
 #pragma once
 
-#include "Platform/Panels.h"
 #include "Platform/X11/Callbacks.h"
 #include "Platform/X11/Connection.h"
 #include "Platform/X11/WindowRecord.h"
 #include "Platform/X11/X11Screens.h"
+#include "Ports/Panels.h"
 
 #include <map>
 #include <optional>

@@ -1,16 +1,16 @@
 // The desktop on X11: the ports that it implements, over one connection of its own and one mirror of the windows.
 #pragma once
 
-#include "Platform/Accessibility.h"
-#include "Platform/Applications.h"
-#include "Platform/Events.h"
-#include "Platform/HotKeys.h"
-#include "Platform/MainLoop.h"
-#include "Platform/Panels.h"
-#include "Platform/Screens.h"
-#include "Platform/WindowList.h"
-#include "Platform/X11/ApplicationCatalogue.h"
+#include "Platform/Linux/ApplicationCatalogue.h"
 #include "Platform/X11/ApplicationTable.h"
+#include "Ports/Accessibility.h"
+#include "Ports/Applications.h"
+#include "Ports/Events.h"
+#include "Ports/HotKeys.h"
+#include "Ports/MainLoop.h"
+#include "Ports/Panels.h"
+#include "Ports/Screens.h"
+#include "Ports/WindowList.h"
 
 #include <functional>
 #include <map>

@@ -1,10 +1,10 @@
 // The monitors as screens, and the pointer.
 #pragma once
 
-#include "Platform/Screens.h"
 #include "Platform/X11/Callbacks.h"
 #include "Platform/X11/MonitorList.h"
 #include "Platform/X11/PropertyMirror.h"
+#include "Ports/Screens.h"
 
 namespace korvane::platform {
 

@@ -1,8 +1,8 @@
 // The windows on the screen, front to back, from the mirror.
 #pragma once
 
-#include "Platform/WindowList.h"
 #include "Platform/X11/PropertyMirror.h"
+#include "Ports/WindowList.h"
 
 namespace korvane::platform {
 

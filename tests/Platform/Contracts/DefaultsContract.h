@@ -1,7 +1,7 @@
 // What every defaults database has to do.
 #pragma once
 
-#include "Platform/Defaults.h"
+#include "Ports/Defaults.h"
 
 #include <gtest/gtest.h>
 #include <memory>

@@ -2,12 +2,12 @@
 // ports.
 #pragma once
 
-#include "Platform/Accessibility.h"
-#include "Platform/Applications.h"
-#include "Platform/HotKeys.h"
-#include "Platform/Panels.h"
-#include "Platform/Screens.h"
-#include "Platform/WindowList.h"
+#include "Ports/Accessibility.h"
+#include "Ports/Applications.h"
+#include "Ports/HotKeys.h"
+#include "Ports/Panels.h"
+#include "Ports/Screens.h"
+#include "Ports/WindowList.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -1,7 +1,7 @@
 // What every source of pictures has to give.
 #pragma once
 
-#include "Platform/Icons.h"
+#include "Ports/Icons.h"
 
 #include <gtest/gtest.h>
 #include <memory>

@@ -1,7 +1,7 @@
 // What every way of starting applications has to do.
 #pragma once
 
-#include "Platform/Launching.h"
+#include "Ports/Launching.h"
 
 #include <functional>
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 // What every backend for the volume of the sound and for the brightness of the screen has to do.
 #pragma once
 
-#include "Platform/Audio.h"
-#include "Platform/Brightness.h"
+#include "Ports/Audio.h"
+#include "Ports/Brightness.h"
 
 #include <functional>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // What every entry among the programs started at login has to do.
 #pragma once
 
-#include "Platform/HotKeys.h"
+#include "Ports/HotKeys.h"
 
 #include <gtest/gtest.h>
 #include <memory>

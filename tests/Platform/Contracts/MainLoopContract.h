@@ -1,7 +1,7 @@
 // What every run loop has to do, whether its time is real or virtual.
 #pragma once
 
-#include "Platform/MainLoop.h"
+#include "Ports/MainLoop.h"
 
 #include <functional>
 #include <gtest/gtest.h>

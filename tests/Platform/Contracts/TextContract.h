@@ -1,7 +1,7 @@
 // What every text service has to do.
 #pragma once
 
-#include "Platform/Text.h"
+#include "Ports/Text.h"
 
 #include <gtest/gtest.h>
 #include <memory>

@@ -1,7 +1,7 @@
 // A run loop that only posts, and turns when a test says so.
 #pragma once
 
-#include "Platform/MainLoop.h"
+#include "Ports/MainLoop.h"
 
 #include <utility>
 #include <vector>

@@ -1,7 +1,7 @@
 #include "Platform/Qt/QtDialogs.h"
 
-#include "Platform/Panels.h"
 #include "Platform/Qt/AlertBox.h"
+#include "Ports/Panels.h"
 
 #include <QApplication>
 #include <QColorDialog>

@@ -1,7 +1,7 @@
 // Questions to the user. Implemented on the view toolkit; here because the core asks.
 #pragma once
 
-#include "Platform/Color.h"
+#include "Ports/Values/Color.h"
 
 #include <functional>
 #include <optional>

@@ -1,7 +1,7 @@
 // The volume of the system's sound outputs, device by device and channel by channel.
 #pragma once
 
-#include "Platform/Subscription.h"
+#include "Ports/Subscription.h"
 
 #include <cstdint>
 #include <functional>

@@ -1,8 +1,8 @@
 // The screens and the pointer.
 #pragma once
 
-#include "Platform/Geometry.h"
-#include "Platform/Subscription.h"
+#include "Ports/Subscription.h"
+#include "Ports/Values/Geometry.h"
 
 #include <cstdint>
 #include <functional>

@@ -6,7 +6,7 @@
 //   AXRaise close button  action AXPress dock item     AXTitle, AXSubrole, AXStatusLabel (text), AXChildren (list)
 #pragma once
 
-#include "Platform/Applications.h"
+#include "Ports/Applications.h"
 
 #include <cstdint>
 #include <memory>

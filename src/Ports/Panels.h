@@ -1,8 +1,8 @@
 // Turns a window that the view layer has made into a panel: beside the desktop's windows, not one of them.
 #pragma once
 
-#include "Platform/Geometry.h"
-#include "Platform/Subscription.h"
+#include "Ports/Subscription.h"
+#include "Ports/Values/Geometry.h"
 
 #include <cstdint>
 #include <functional>

@@ -1,21 +1,21 @@
 // Everything the core asks of a desktop.
 #pragma once
 
-#include "Platform/Accessibility.h"
-#include "Platform/Applications.h"
-#include "Platform/Audio.h"
-#include "Platform/Brightness.h"
-#include "Platform/Defaults.h"
-#include "Platform/Dialogs.h"
-#include "Platform/Events.h"
-#include "Platform/HotKeys.h"
-#include "Platform/Icons.h"
-#include "Platform/Launching.h"
-#include "Platform/MainLoop.h"
-#include "Platform/Panels.h"
-#include "Platform/Screens.h"
-#include "Platform/Text.h"
-#include "Platform/WindowList.h"
+#include "Ports/Accessibility.h"
+#include "Ports/Applications.h"
+#include "Ports/Audio.h"
+#include "Ports/Brightness.h"
+#include "Ports/Defaults.h"
+#include "Ports/Dialogs.h"
+#include "Ports/Events.h"
+#include "Ports/HotKeys.h"
+#include "Ports/Icons.h"
+#include "Ports/Launching.h"
+#include "Ports/MainLoop.h"
+#include "Ports/Panels.h"
+#include "Ports/Screens.h"
+#include "Ports/Text.h"
+#include "Ports/WindowList.h"
 
 namespace korvane::platform {
 

@@ -1,7 +1,7 @@
 // Keys that reach this program whoever has the focus, and its entry among the programs started at login.
 #pragma once
 
-#include "Platform/Subscription.h"
+#include "Ports/Subscription.h"
 
 #include <cstdint>
 #include <functional>

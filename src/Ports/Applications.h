@@ -1,8 +1,8 @@
 // The running applications, what can be done to one of them, and what the system tells about them.
 #pragma once
 
-#include "Platform/Image.h"
-#include "Platform/Subscription.h"
+#include "Ports/Subscription.h"
+#include "Ports/Values/Image.h"
 
 #include <cstdint>
 #include <functional>

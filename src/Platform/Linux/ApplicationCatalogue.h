@@ -2,7 +2,7 @@
 // entries answer.
 #pragma once
 
-#include "Platform/Image.h"
+#include "Ports/Values/Image.h"
 
 #include <functional>
 #include <optional>

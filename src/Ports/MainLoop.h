@@ -1,7 +1,7 @@
 // Time and the run loop. Nothing in the core reads a clock or waits by any other road.
 #pragma once
 
-#include "Platform/Subscription.h"
+#include "Ports/Subscription.h"
 
 #include <chrono>
 #include <functional>

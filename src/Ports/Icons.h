@@ -1,7 +1,7 @@
 // Pictures that do not belong to a running application.
 #pragma once
 
-#include "Platform/Image.h"
+#include "Ports/Values/Image.h"
 
 #include <string_view>
 

@@ -1,7 +1,7 @@
 // What a person does with the mouse anywhere on the desktop, also where other programs are under the pointer.
 #pragma once
 
-#include "Platform/Subscription.h"
+#include "Ports/Subscription.h"
 
 #include <functional>
 
