@@ -1,5 +1,5 @@
 // Any bytes in the place of an icon file: a picture that fits, or none, and in bounded time and memory.
-#include "Platform/Qt/IconFile.h"
+#include "Toolkit/IconFile.h"
 
 #include <QGuiApplication>
 #include <cstdint>

@@ -1,7 +1,7 @@
 #include "App/LinuxDesktop.h"
 
 #include "Platform/Linux/UserDirectories.h"
-#include "Platform/Qt/IconFile.h"
+#include "Toolkit/IconFile.h"
 
 #include <QGuiApplication>
 #include <QIcon>

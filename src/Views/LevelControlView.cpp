@@ -1,7 +1,7 @@
 #include "Views/LevelControlView.h"
 
 #include "Models/SystemLevels.h"
-#include "Platform/Qt/Symbols.h"
+#include "Toolkit/Symbols.h"
 #include "Views/Metrics.h"
 #include "Views/Painting.h"
 #include "Views/Popover.h"

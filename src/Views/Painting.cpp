@@ -1,7 +1,7 @@
 #include "Views/Painting.h"
 
-#include "Platform/Qt/QtImages.h"
-#include "Platform/Qt/Symbols.h"
+#include "Toolkit/QtImages.h"
+#include "Toolkit/Symbols.h"
 #include "Views/Metrics.h"
 #include "Views/TitleText.h"
 

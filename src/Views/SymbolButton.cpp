@@ -1,6 +1,6 @@
 #include "Views/SymbolButton.h"
 
-#include "Platform/Qt/Symbols.h"
+#include "Toolkit/Symbols.h"
 #include "Views/Painting.h"
 #include "Views/TitleText.h"
 

@@ -1,8 +1,8 @@
 #include "Platform/Qt/AlertBox.h"
 
 #include "Platform/Qt/QtIcons.h"
-#include "Platform/Qt/QtImages.h"
 #include "Ports/Panels.h"
+#include "Toolkit/QtImages.h"
 
 #include <QApplication>
 #include <QHBoxLayout>

@@ -1,7 +1,7 @@
 #include "Platform/Qt/QtIcons.h"
 
-#include "Platform/Qt/QtImages.h"
-#include "Platform/Qt/Symbols.h"
+#include "Toolkit/QtImages.h"
+#include "Toolkit/Symbols.h"
 
 #include <QPainter>
 #include <QSvgRenderer>

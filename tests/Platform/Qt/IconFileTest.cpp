@@ -1,6 +1,6 @@
-#include "Platform/Qt/IconFile.h"
+#include "Toolkit/IconFile.h"
 
-#include "Platform/Qt/SvgCost.h"
+#include "Toolkit/SvgCost.h"
 
 #include <QBuffer>
 #include <QFile>

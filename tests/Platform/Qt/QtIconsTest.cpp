@@ -1,8 +1,8 @@
 #include "Platform/Qt/QtIcons.h"
 
 #include "IconsContract.h"
-#include "Platform/Qt/QtImages.h"
-#include "Platform/Qt/Symbols.h"
+#include "Toolkit/QtImages.h"
+#include "Toolkit/Symbols.h"
 
 #include <algorithm>
 

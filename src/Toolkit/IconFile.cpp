@@ -1,7 +1,7 @@
-#include "Platform/Qt/IconFile.h"
+#include "Toolkit/IconFile.h"
 
-#include "Platform/Qt/QtImages.h"
-#include "Platform/Qt/SvgCost.h"
+#include "Toolkit/QtImages.h"
+#include "Toolkit/SvgCost.h"
 
 #include <QBuffer>
 #include <QFile>

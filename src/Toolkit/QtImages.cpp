@@ -1,4 +1,4 @@
-#include "Platform/Qt/QtImages.h"
+#include "Toolkit/QtImages.h"
 
 #include <cstring>
 

@@ -1,4 +1,4 @@
-#include "Platform/Qt/SvgCost.h"
+#include "Toolkit/SvgCost.h"
 
 #include <QHash>
 #include <QString>

@@ -1,4 +1,4 @@
-#include "Platform/Qt/Symbols.h"
+#include "Toolkit/Symbols.h"
 
 #include <QFile>
 #include <QPainter>
