@@ -1,5 +1,5 @@
 // The layout engine and a whole layout pass, by the number of tasks.
-#include "Models/TaskbarPass.h"
+#include "Models/Bar/TaskbarPass.h"
 
 #include <benchmark/benchmark.h>
 #include <memory>

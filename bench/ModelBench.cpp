@@ -1,7 +1,7 @@
 // One refresh of the model over a desktop in memory, by the number of windows. Ten windows to an application, as on a
 // desk in use; "Alone" has one to an application. What a refresh costs beside reading its list off is the ratio to
 // CopyList, measured in the same run.
-#include "Models/AppModel.h"
+#include "Models/AppModel/AppModel.h"
 #include "Platform/Simulated/SimulatedDesktop.h"
 
 #include <benchmark/benchmark.h>

@@ -3,7 +3,7 @@
 
 #include "Controllers/StartMenu.h"
 #include "Controllers/TaskbarPanelController.h"
-#include "Models/AppModel.h"
+#include "Models/AppModel/AppModel.h"
 
 #include <functional>
 #include <memory>

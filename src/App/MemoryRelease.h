@@ -2,7 +2,7 @@
 // afternoon of many windows should not be felt for the rest of them.
 #pragma once
 
-#include "Models/DelayedTasks.h"
+#include "Models/Base/DelayedTasks.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,7 +1,7 @@
 // The borderless window of one bar, on the bottom edge of one screen.
 #pragma once
 
-#include "Models/AutoHide.h"
+#include "Models/Bar/AutoHide.h"
 #include "Ports/Platform.h"
 #include "Views/TaskbarView.h"
 

@@ -4,8 +4,8 @@
 
 #include "Controllers/PointerFollower.h"
 #include "Controllers/TaskbarPanel.h"
-#include "Models/AppModel.h"
-#include "Models/PanelGeometry.h"
+#include "Models/AppModel/AppModel.h"
+#include "Models/Bar/PanelGeometry.h"
 #include "Ports/Platform.h"
 
 #include <functional>

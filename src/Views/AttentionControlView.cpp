@@ -1,6 +1,6 @@
 #include "Views/AttentionControlView.h"
 
-#include "Models/NotificationMark.h"
+#include "Models/Tasks/NotificationMark.h"
 #include "Views/ListButton.h"
 #include "Views/Metrics.h"
 #include "Views/Painting.h"

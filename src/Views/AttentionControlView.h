@@ -1,8 +1,8 @@
 // The mark that says that some application wants attention, and the list of those that do.
 #pragma once
 
-#include "Models/AppModel.h"
-#include "Models/Tray.h"
+#include "Models/AppModel/AppModel.h"
+#include "Models/Tray/Tray.h"
 #include "Views/SymbolButton.h"
 #include "Views/ViewServices.h"
 

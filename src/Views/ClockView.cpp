@@ -1,6 +1,6 @@
 #include "Views/ClockView.h"
 
-#include "Models/Tray.h"
+#include "Models/Tray/Tray.h"
 #include "Views/Metrics.h"
 #include "Views/Painting.h"
 #include "Views/TitleText.h"

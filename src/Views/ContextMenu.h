@@ -1,7 +1,7 @@
 // Menus of the toolkit made from menus that are values.
 #pragma once
 
-#include "Models/TaskMenus.h"
+#include "Models/Tasks/TaskMenus.h"
 
 #include <QPoint>
 

@@ -1,6 +1,6 @@
 #include "Views/LevelControlView.h"
 
-#include "Models/SystemLevels.h"
+#include "Models/Tray/SystemLevels.h"
 #include "Toolkit/Symbols.h"
 #include "Views/Metrics.h"
 #include "Views/Painting.h"

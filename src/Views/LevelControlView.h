@@ -2,8 +2,8 @@
 // while the wheel turns, or after a click.
 #pragma once
 
-#include "Models/AppModel.h"
-#include "Models/Tray.h"
+#include "Models/AppModel/AppModel.h"
+#include "Models/Tray/Tray.h"
 #include "Views/SymbolButton.h"
 
 #include <QPointer>

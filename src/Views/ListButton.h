@@ -1,7 +1,7 @@
 // A plain line of a group's window list that can be pressed: by the pointer, or by the keys that its popover has taken.
 #pragma once
 
-#include "Models/TaskMenus.h"
+#include "Models/Tasks/TaskMenus.h"
 
 #include <QAbstractButton>
 

@@ -1,8 +1,8 @@
 // Shapes that several views draw.
 #pragma once
 
-#include "Models/NotificationMark.h"
-#include "Models/TabColors.h"
+#include "Models/Tasks/NotificationMark.h"
+#include "Models/Tasks/TabColors.h"
 #include "Ports/Values/Image.h"
 #include "Views/GroundLook.h"
 

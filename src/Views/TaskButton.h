@@ -2,7 +2,7 @@
 // person does with it; it holds no rule.
 #pragma once
 
-#include "Models/TaskMenus.h"
+#include "Models/Tasks/TaskMenus.h"
 #include "Views/DragStart.h"
 #include "Views/TaskButtonHost.h"
 #include "Views/TaskButtonLook.h"

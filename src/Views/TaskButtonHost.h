@@ -1,7 +1,7 @@
 // What a bar lends its buttons.
 #pragma once
 
-#include "Models/AppModel.h"
+#include "Models/AppModel/AppModel.h"
 #include "Views/ViewServices.h"
 
 #include <functional>

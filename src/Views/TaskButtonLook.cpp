@@ -1,7 +1,7 @@
 #include "Views/TaskButtonLook.h"
 
-#include "Models/StripRules.h"
-#include "Models/TaskMenus.h"
+#include "Models/Tasks/StripRules.h"
+#include "Models/Tasks/TaskMenus.h"
 #include "Views/Metrics.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // What a task's button shows, decided without a widget.
 #pragma once
 
-#include "Models/AppModel.h"
+#include "Models/AppModel/AppModel.h"
 
 #include <optional>
 #include <string>

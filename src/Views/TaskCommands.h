@@ -2,7 +2,7 @@
 // the task or group as the button held it, and goes on with that whatever becomes of the button meanwhile.
 #pragma once
 
-#include "Models/TaskMenus.h"
+#include "Models/Tasks/TaskMenus.h"
 #include "Views/TaskButtonHost.h"
 
 namespace korvane::TaskCommands {

@@ -1,9 +1,9 @@
 // What lies under a drag: the place of the bar, and the delegate that answers for it.
 #pragma once
 
-#include "Models/OverflowHover.h"
-#include "Models/OverflowReturnLock.h"
-#include "Models/TaskDrag.h"
+#include "Models/Bar/OverflowHover.h"
+#include "Models/Bar/OverflowReturnLock.h"
+#include "Models/Bar/TaskDrag.h"
 #include "Views/TaskbarGeometry.h"
 
 #include <memory>

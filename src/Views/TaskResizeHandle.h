@@ -1,7 +1,7 @@
 // The grip at the right edge of a tab whose width is being set. The tab keeps its width while the grip is dragged.
 #pragma once
 
-#include "Models/TaskResize.h"
+#include "Models/Bar/TaskResize.h"
 
 #include <QAbstractButton>
 

@@ -1,6 +1,6 @@
 #include "Views/TaskbarGeometry.h"
 
-#include "Models/PanelGeometry.h"
+#include "Models/Bar/PanelGeometry.h"
 #include "Views/Metrics.h"
 
 #include <algorithm>

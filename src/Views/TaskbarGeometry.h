@@ -1,8 +1,8 @@
 // Where everything on a bar stands, worked out from a layout without a widget. Whole points; y grows downwards.
 #pragma once
 
-#include "Models/SettingsTable.h"
-#include "Models/TaskbarPass.h"
+#include "Models/Bar/TaskbarPass.h"
+#include "Models/Settings/SettingsTable.h"
 
 #include <QPoint>
 #include <QRect>

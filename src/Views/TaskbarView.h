@@ -3,12 +3,12 @@
 // (rows pinned open, the lock, widths set by hand) lives here and goes with the panel.
 #pragma once
 
-#include "Models/AppModel.h"
-#include "Models/OverflowHover.h"
-#include "Models/OverflowReturnLock.h"
-#include "Models/TaskDrag.h"
-#include "Models/TaskResize.h"
-#include "Models/TaskbarPass.h"
+#include "Models/AppModel/AppModel.h"
+#include "Models/Bar/OverflowHover.h"
+#include "Models/Bar/OverflowReturnLock.h"
+#include "Models/Bar/TaskDrag.h"
+#include "Models/Bar/TaskResize.h"
+#include "Models/Bar/TaskbarPass.h"
 #include "Views/TaskButtonHost.h"
 #include "Views/TaskDropTargets.h"
 #include "Views/TaskbarGeometry.h"

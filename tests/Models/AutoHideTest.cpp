@@ -1,5 +1,5 @@
 // The decisions one look at a time, at the moments and places where they turn.
-#include "Models/AutoHide.h"
+#include "Models/Bar/AutoHide.h"
 
 #include <gtest/gtest.h>
 #include <memory>

@@ -1,7 +1,7 @@
 // Short ways to make records for tests.
 #pragma once
 
-#include "Models/Records.h"
+#include "Models/Base/Records.h"
 
 #include <string>
 #include <vector>

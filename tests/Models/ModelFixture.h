@@ -1,7 +1,7 @@
 // A model on a simulated desktop.
 #pragma once
 
-#include "Models/AppModel.h"
+#include "Models/AppModel/AppModel.h"
 #include "Platform/Simulated/SimulatedDesktop.h"
 
 #include <gtest/gtest.h>

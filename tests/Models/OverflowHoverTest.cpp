@@ -1,4 +1,4 @@
-#include "Models/OverflowHover.h"
+#include "Models/Bar/OverflowHover.h"
 
 #include "Platform/Simulated/VirtualLoop.h"
 

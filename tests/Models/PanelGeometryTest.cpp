@@ -1,4 +1,4 @@
-#include "Models/PanelGeometry.h"
+#include "Models/Bar/PanelGeometry.h"
 
 #include <gtest/gtest.h>
 

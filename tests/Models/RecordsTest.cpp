@@ -1,5 +1,5 @@
-#include "Models/Records.h"
-#include "Models/Identifiers.h"
+#include "Models/Base/Records.h"
+#include "Models/Base/Identifiers.h"
 #include "Models/Make.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 #include "Models/ModelFixture.h"
-#include "Models/SettingsJson.h"
+#include "Models/Settings/SettingsJson.h"
 
 #include <algorithm>
 #include <set>

@@ -1,4 +1,4 @@
-#include "Models/TabColors.h"
+#include "Models/Tasks/TabColors.h"
 #include "Models/ModelFixture.h"
 
 namespace korvane {

@@ -1,4 +1,4 @@
-#include "Models/TaskDrag.h"
+#include "Models/Bar/TaskDrag.h"
 
 #include "Models/Make.h"
 

@@ -1,4 +1,4 @@
-#include "Models/TaskGrouping.h"
+#include "Models/Tasks/TaskGrouping.h"
 #include "Models/Make.h"
 
 #include <gtest/gtest.h>

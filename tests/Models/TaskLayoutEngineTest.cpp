@@ -1,4 +1,4 @@
-#include "Models/TaskLayoutEngine.h"
+#include "Models/Bar/TaskLayoutEngine.h"
 
 #include <cmath>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
-#include "Models/TaskMenus.h"
+#include "Models/Tasks/TaskMenus.h"
 
-#include "Models/Identifiers.h"
+#include "Models/Base/Identifiers.h"
 #include "Models/Make.h"
 #include "Models/ModelFixture.h"
 

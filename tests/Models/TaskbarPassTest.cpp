@@ -1,4 +1,4 @@
-#include "Models/TaskbarPass.h"
+#include "Models/Bar/TaskbarPass.h"
 #include "Models/Make.h"
 
 #include <gtest/gtest.h>

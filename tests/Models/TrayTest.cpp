@@ -1,5 +1,5 @@
-#include "Models/Tray.h"
-#include "Models/SystemLevels.h"
+#include "Models/Tray/Tray.h"
+#include "Models/Tray/SystemLevels.h"
 
 #include "Platform/Simulated/SimulatedDesktop.h"
 

@@ -1,4 +1,4 @@
-#include "Models/WindowMemory.h"
+#include "Models/Tasks/WindowMemory.h"
 #include "Models/Make.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // A simulated desktop and a model on which random operations are played, and what must hold after each.
 #pragma once
 
-#include "Models/AppModel.h"
+#include "Models/AppModel/AppModel.h"
 #include "Platform/Simulated/SimulatedDesktop.h"
 #include "Random/Operation.h"
 

@@ -1,7 +1,7 @@
 #include "Views/TaskButtonLook.h"
 
 #include "Models/ModelFixture.h"
-#include "Models/NotificationMark.h"
+#include "Models/Tasks/NotificationMark.h"
 
 namespace korvane {
 namespace {

@@ -1,6 +1,6 @@
 // The model on a real X server: closing, hiding and quitting with programs that obey, refuse, ask and hang.
 #include "Linux/TemporaryDirectory.h"
-#include "Models/AppModel.h"
+#include "Models/AppModel/AppModel.h"
 #include "Platform/Icu/IcuText.h"
 #include "Platform/Linux/PropertyListDefaults.h"
 #include "Platform/Simulated/SimulatedSurroundings.h"

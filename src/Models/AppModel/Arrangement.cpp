@@ -1,5 +1,5 @@
 // Grouping, custom groups and the order: what the user arranges by hand.
-#include "Models/AppModel.h"
+#include "Models/AppModel/AppModel.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
 // Closing, hiding and quitting, and the questions before them.
-#include "Models/AppModel.h"
+#include "Models/AppModel/AppModel.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // Making the model, observing it, and the small state that the bar writes back.
-#include "Models/AppModel.h"
+#include "Models/AppModel/AppModel.h"
 
-#include "Models/Assert.h"
+#include "Models/Base/Assert.h"
 
 namespace korvane {
 

@@ -1,5 +1,5 @@
 // The applications that the user has put into the start menu.
-#include "Models/AppModel.h"
+#include "Models/AppModel/AppModel.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
 // Starting and stopping, the timers, and when a refresh runs.
-#include "Models/AppModel.h"
+#include "Models/AppModel/AppModel.h"
 
 #include <algorithm>
 #include <array>

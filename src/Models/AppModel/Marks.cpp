@@ -1,5 +1,5 @@
 // Colours, recents and the attention filter: what is remembered beside the windows themselves.
-#include "Models/AppModel.h"
+#include "Models/AppModel/AppModel.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
 // The way to the system's permission page and the two ways of clearing the grant.
-#include "Models/AppModel.h"
+#include "Models/AppModel/AppModel.h"
 
 namespace korvane {
 namespace {

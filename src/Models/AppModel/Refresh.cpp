@@ -1,7 +1,7 @@
 // One refresh: from the desktop to the published list.
-#include "Models/AppModel.h"
+#include "Models/AppModel/AppModel.h"
 
-#include "Models/Assert.h"
+#include "Models/Base/Assert.h"
 
 #include <algorithm>
 #include <limits>

@@ -1,5 +1,5 @@
 // Saving the settings in their groups, and taking everything back to the defaults.
-#include "Models/AppModel.h"
+#include "Models/AppModel/AppModel.h"
 
 namespace korvane {
 

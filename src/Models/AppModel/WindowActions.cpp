@@ -1,5 +1,5 @@
 // From a click on a task to its window.
-#include "Models/AppModel.h"
+#include "Models/AppModel/AppModel.h"
 
 namespace korvane {
 

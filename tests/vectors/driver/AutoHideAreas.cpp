@@ -3,7 +3,7 @@
 #include "Comparison.h"
 #include "RecordJson.h"
 
-#include "Models/AutoHide.h"
+#include "Models/Bar/AutoHide.h"
 
 #include <memory>
 #include <stdexcept>

@@ -2,9 +2,9 @@
 #include "Areas.h"
 #include "RecordJson.h"
 
-#include "Models/NotificationMark.h"
-#include "Models/StripRules.h"
-#include "Models/TaskMenus.h"
+#include "Models/Tasks/NotificationMark.h"
+#include "Models/Tasks/StripRules.h"
+#include "Models/Tasks/TaskMenus.h"
 #include "Platform/Icu/IcuText.h"
 
 namespace korvane::vectors {

@@ -3,10 +3,10 @@
 #include "Comparison.h"
 #include "RecordJson.h"
 
-#include "Models/PanelGeometry.h"
-#include "Models/TaskLayoutEngine.h"
-#include "Models/TaskResize.h"
-#include "Models/TaskbarPass.h"
+#include "Models/Bar/PanelGeometry.h"
+#include "Models/Bar/TaskLayoutEngine.h"
+#include "Models/Bar/TaskResize.h"
+#include "Models/Bar/TaskbarPass.h"
 
 #include <algorithm>
 #include <stdexcept>

@@ -3,9 +3,9 @@
 #include "Comparison.h"
 #include "RecordJson.h"
 
-#include "Models/OverflowHover.h"
-#include "Models/OverflowReturnLock.h"
-#include "Models/TaskDrag.h"
+#include "Models/Bar/OverflowHover.h"
+#include "Models/Bar/OverflowReturnLock.h"
+#include "Models/Bar/TaskDrag.h"
 #include "Platform/Simulated/VirtualLoop.h"
 
 #include <map>

@@ -2,11 +2,11 @@
 #include "Areas.h"
 #include "RecordJson.h"
 
-#include "Models/DockBadges.h"
-#include "Models/Identifiers.h"
-#include "Models/StripRules.h"
-#include "Models/TabColors.h"
-#include "Models/TaskGrouping.h"
+#include "Models/Base/Identifiers.h"
+#include "Models/Tasks/DockBadges.h"
+#include "Models/Tasks/StripRules.h"
+#include "Models/Tasks/TabColors.h"
+#include "Models/Tasks/TaskGrouping.h"
 
 namespace korvane::vectors {
 namespace {

@@ -3,8 +3,8 @@
 
 #include "Case.h"
 
-#include "Models/Records.h"
-#include "Models/SettingsTable.h"
+#include "Models/Base/Records.h"
+#include "Models/Settings/SettingsTable.h"
 
 namespace korvane::vectors {
 

@@ -4,7 +4,7 @@
 
 #include "Case.h"
 
-#include "Models/AppModel.h"
+#include "Models/AppModel/AppModel.h"
 #include "Platform/Simulated/SimulatedDesktop.h"
 
 #include <memory>

@@ -3,7 +3,7 @@
 #include "Comparison.h"
 #include "RecordJson.h"
 
-#include "Models/Tray.h"
+#include "Models/Tray/Tray.h"
 #include "Platform/Simulated/VirtualLoop.h"
 
 #include <cmath>

@@ -1,0 +1,195 @@
+// What dragging a task over the bar does: for each kind of target, what it shows under the drag and what a drop on it
+// asks of the model. Nothing here reads what is being carried: only drags that began on this bar count, and the bar
+// knows those.
+#pragma once
+
+#include "Models/Base/Records.h"
+
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+
+namespace korvane {
+
+// The drag under way on one bar.
+struct TaskDragState {
+    std::optional<std::string> draggedTaskID;  // a drag id
+    std::optional<std::string> taskDropCue;    // "before:" or "into:" and a target's id
+};
+
+// The model's part in a drop.
+struct TaskDropActions {
+    std::function<void(const std::string &id, const std::string &with)> groupTask;
+    std::function<void(const std::string &id, const std::string &adjacentTo, bool after)> dropTaskOnRow;
+    std::function<void(const std::string &id, const RunningAppGroup &onto)> dropTask;
+    std::function<void(const std::string &id, const std::string &targetID)> dropTaskAtOverflowRowEnd;
+};
+
+namespace TaskDrag {
+
+// The left part of a button reorders, the rest groups. `x` and `targetWidth` in the button's own coordinates.
+std::string cue(const std::string &targetID, double targetWidth, double x);
+std::string beforeCue(const std::string &targetID);
+std::string intoCue(const std::string &targetID);
+
+// The entry at the row's visual left end and at its right end, as a window's id; absent on a row without tasks.
+std::optional<std::string> orderedRowTarget(std::span<const TaskbarEntry> entries, std::size_t lower, std::size_t count,
+                                            bool reversed);
+std::optional<std::string> orderedRowEndTarget(std::span<const TaskbarEntry> entries, std::size_t lower,
+                                               std::size_t count, bool reversed);
+
+}  // namespace TaskDrag
+
+enum class DropProposal { none, move };
+
+// One place of the bar under a drag. `x` counts from its left edge.
+class TaskDropDelegate {
+public:
+    virtual ~TaskDropDelegate() = default;
+    virtual void dropEntered(double) {}
+    virtual DropProposal dropUpdated(double) { return DropProposal::move; }
+    virtual void dropExited() {}
+    // Whether the drop was taken.
+    virtual bool performDrop(double x) = 0;
+};
+
+using DropCommitted = std::function<void(const std::string &draggedID, bool)>;
+
+// What the delegates of tasks share.
+class TaskTargetDropDelegate : public TaskDropDelegate {
+public:
+    TaskTargetDropDelegate(TaskDragState &state, const TaskDropActions &actions, std::string targetID,
+                           double targetWidth, bool placeAfterTarget, DropCommitted onDropCommitted);
+
+    void dropEntered(double x) override;
+    DropProposal dropUpdated(double x) override;
+    void dropExited() override;
+    bool performDrop(double x) override;
+
+protected:
+    virtual bool isItself(const std::string &draggedID) const = 0;
+    virtual void dropInto(const std::string &draggedID) = 0;
+    virtual void dropBefore(const std::string &draggedID) = 0;
+
+    TaskDragState &state;
+    const TaskDropActions &actions;
+    std::string targetID;
+    double targetWidth;
+    bool placeAfterTarget;
+
+private:
+    DropCommitted onDropCommitted;
+};
+
+// A one-window button.
+class TaskReorderDropDelegate final : public TaskTargetDropDelegate {
+public:
+    TaskReorderDropDelegate(TaskDragState &state, const TaskDropActions &actions, const RunningAppItem &target,
+                            double targetWidth, bool placeAfterTarget, DropCommitted onDropCommitted);
+
+protected:
+    bool isItself(const std::string &draggedID) const override { return draggedID == targetID; }
+    void dropInto(const std::string &draggedID) override { actions.groupTask(draggedID, targetID); }
+    void dropBefore(const std::string &draggedID) override
+    {
+        actions.dropTaskOnRow(draggedID, targetID, placeAfterTarget);
+    }
+};
+
+// A group's button, custom or automatic.
+class CustomGroupDropDelegate final : public TaskTargetDropDelegate {
+public:
+    CustomGroupDropDelegate(TaskDragState &state, const TaskDropActions &actions, RunningAppGroup target,
+                            double targetWidth, bool placeAfterTarget, DropCommitted onDropCommitted);
+
+protected:
+    bool isItself(const std::string &draggedID) const override;
+    void dropInto(const std::string &draggedID) override { actions.dropTask(draggedID, target); }
+    void dropBefore(const std::string &draggedID) override;
+
+private:
+    RunningAppGroup target;
+};
+
+// The row beside its buttons: a drop goes to the visual left end.
+class TaskRowDropDelegate final : public TaskDropDelegate {
+public:
+    TaskRowDropDelegate(TaskDragState &dragState, const TaskDropActions &dropActions, std::optional<std::string> target,
+                        DropCommitted committed)
+        : state(dragState), actions(dropActions), targetID(std::move(target)), onDropCommitted(std::move(committed))
+    {}
+    bool performDrop(double x) override;
+
+private:
+    TaskDragState &state;
+    const TaskDropActions &actions;
+    std::optional<std::string> targetID;
+    DropCommitted onDropCommitted;
+};
+
+// The free room at the end of a row.
+class TaskEdgeDropDelegate final : public TaskDropDelegate {
+public:
+    TaskEdgeDropDelegate(TaskDragState &dragState, const TaskDropActions &dropActions, std::string target,
+                         bool placeAfter, DropCommitted committed)
+        : state(dragState), actions(dropActions), targetID(std::move(target)), after(placeAfter),
+          onDropCommitted(std::move(committed))
+    {}
+    bool performDrop(double x) override;
+
+private:
+    TaskDragState &state;
+    const TaskDropActions &actions;
+    std::string targetID;
+    bool after;
+    DropCommitted onDropCommitted;
+};
+
+// An overflow row's end cap. Without a target, on a bar without tasks, only the callback is told.
+class OverflowRowEndDropDelegate final : public TaskDropDelegate {
+public:
+    OverflowRowEndDropDelegate(TaskDragState &dragState, const TaskDropActions &dropActions,
+                               std::optional<std::string> target,
+                               std::function<void(const std::string &draggedID)> committed)
+        : state(dragState), actions(dropActions), targetID(std::move(target)), onDropCommitted(std::move(committed))
+    {}
+    bool performDrop(double x) override;
+
+private:
+    TaskDragState &state;
+    const TaskDropActions &actions;
+    std::optional<std::string> targetID;
+    std::function<void(const std::string &)> onDropCommitted;
+};
+
+// The arrow button: a drag that rests on it opens the rows.
+class OverflowArrowHoverDropDelegate final : public TaskDropDelegate {
+public:
+    OverflowArrowHoverDropDelegate(std::function<void()> onEntered, std::function<void()> onExited)
+        : entered(std::move(onEntered)), exited(std::move(onExited))
+    {}
+    void dropEntered(double) override { entered(); }
+    void dropExited() override { exited(); }
+    bool performDrop(double) override
+    {
+        exited();
+        return false;
+    }
+
+private:
+    std::function<void()> entered, exited;
+};
+
+// The room of tucked rows: they open at once, so that a task can be dropped on them.
+class OverflowDragRevealDropDelegate final : public TaskDropDelegate {
+public:
+    explicit OverflowDragRevealDropDelegate(std::function<void()> onEntered) : reveal(std::move(onEntered)) {}
+    void dropEntered(double) override { reveal(); }
+    bool performDrop(double) override { return false; }
+
+private:
+    std::function<void()> reveal;
+};
+
+}  // namespace korvane

@@ -1,0 +1,180 @@
+#include "Models/Settings/Settings.h"
+
+#include "Models/Base/Assert.h"
+#include "Models/Settings/SettingsJson.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <type_traits>
+
+namespace korvane {
+namespace {
+
+constexpr std::string_view seededKey = "didSeedDefaultAppColors";
+
+std::optional<bool> read(platform::Defaults &defaults, std::string_view key, const bool &)
+{
+    return defaults.boolean(key);
+}
+
+std::optional<double> read(platform::Defaults &defaults, std::string_view key, const double &)
+{
+    return defaults.number(key);
+}
+
+std::optional<std::int64_t> read(platform::Defaults &defaults, std::string_view key, const std::int64_t &)
+{
+    return defaults.integer(key);
+}
+
+std::optional<std::string> read(platform::Defaults &defaults, std::string_view key, const std::string &)
+{
+    return defaults.string(key);
+}
+
+std::optional<StringList> read(platform::Defaults &defaults, std::string_view key, const StringList &)
+{
+    return defaults.strings(key);
+}
+
+std::optional<StringMap> read(platform::Defaults &defaults, std::string_view key, const StringMap &)
+{
+    return defaults.dictionary(key);
+}
+
+std::optional<StringSet> read(platform::Defaults &defaults, std::string_view key, const StringSet &)
+{
+    const auto list = defaults.strings(key);
+    return list ? std::optional(StringSet(list->begin(), list->end())) : std::nullopt;
+}
+
+std::optional<FavoriteList> read(platform::Defaults &defaults, std::string_view key, const FavoriteList &)
+{
+    const auto data = defaults.data(key);
+    return data ? settings_json::decodeFavorites(*data) : std::nullopt;
+}
+
+std::optional<WebLauncherList> read(platform::Defaults &defaults, std::string_view key, const WebLauncherList &)
+{
+    const auto data = defaults.data(key);
+    return data ? settings_json::decodeWebLaunchers(*data) : std::nullopt;
+}
+
+void store(platform::Defaults &defaults, std::string_view key, bool value)
+{
+    defaults.setBoolean(key, value);
+}
+
+void store(platform::Defaults &defaults, std::string_view key, double value)
+{
+    defaults.setNumber(key, value);
+}
+
+void store(platform::Defaults &defaults, std::string_view key, std::int64_t value)
+{
+    defaults.setInteger(key, value);
+}
+
+void store(platform::Defaults &defaults, std::string_view key, const std::string &value)
+{
+    defaults.setString(key, value);
+}
+
+void store(platform::Defaults &defaults, std::string_view key, const StringList &value)
+{
+    defaults.setStrings(key, value);
+}
+
+void store(platform::Defaults &defaults, std::string_view key, const StringMap &value)
+{
+    defaults.setDictionary(key, value);
+}
+
+void store(platform::Defaults &defaults, std::string_view key, const StringSet &value)
+{
+    defaults.setStrings(key, StringList(value.begin(), value.end()));
+}
+
+// What can't be encoded leaves the stored value as it is.
+template <typename Record>
+void store(platform::Defaults &defaults, std::string_view key, const std::vector<Record> &value)
+{
+    if (const auto data = settings_json::encode(value))
+        defaults.setData(key, *data);
+}
+
+}  // namespace
+
+Settings::Settings(platform::Defaults &defaultsStore) : defaults(defaultsStore)
+{
+    load();
+    loadMigrated();
+}
+
+void Settings::load()
+{
+    for (const Setting &setting : settingsTable())
+        std::visit(
+            [&](auto member) {
+                if (auto stored = read(defaults, setting.key, current.*member))
+                    current.*member = std::move(*stored);
+            },
+            setting.member);
+}
+
+void Settings::loadMigrated()
+{
+    if (!defaults.boolean(seededKey).value_or(false)) {
+        current.defaultAppColors = SettingsValues().defaultAppColors;
+        save(&SettingsValues::defaultAppColors);
+        defaults.setBoolean(seededKey, true);
+    } else if (!defaults.dictionary("defaultAppColors")) {
+        current.defaultAppColors.clear();
+    }
+
+    if (!defaults.string("groupingMode"))
+        if (const auto grouped = defaults.boolean("groupTabsEnabled"))
+            current.groupingMode = *grouped ? "always" : "never";
+    if (!defaults.string("notificationBadgeStyle"))
+        if (const auto shown = defaults.boolean("notificationIndicatorsEnabled"); shown && !*shown)
+            current.notificationBadgeStyle = "none";
+    // An empty list of what alone may raise the indicator would mean that nothing may.
+    if (current.attentionIndicatorApps.empty())
+        current.attentionIndicatorPolicy = "blacklist";
+    static constexpr std::array<std::string_view, 5> startIcons{"App Icon", "Ⓚ", "𝙠", "Custom", "Custom Image"};
+    if (std::find(startIcons.begin(), startIcons.end(), current.startIconChoice) == startIcons.end())
+        current.startIconChoice = SettingsValues().startIconChoice;
+    if (defaults.strings("taskbarBlacklist") != current.blacklist)
+        save(&SettingsValues::blacklist);
+}
+
+void Settings::save(SettingGroup group)
+{
+    for (const Setting &setting : settingsTable())
+        if (setting.group == group)
+            write(setting);
+}
+
+void Settings::write(const Setting &setting)
+{
+    std::visit([&](auto member) { store(defaults, setting.key, current.*member); }, setting.member);
+}
+
+void Settings::forgetDefaultColors()
+{
+    current.defaultAppColors.clear();
+    defaults.remove("defaultAppColors");
+    defaults.setBoolean(seededKey, true);
+}
+
+const Setting *Settings::settingOfMember(const SettingMember &member)
+{
+    const auto table = settingsTable();
+    const auto found =
+        std::find_if(table.begin(), table.end(), [&](const Setting &setting) { return setting.member == member; });
+    KORVANE_ASSERT(found != table.end(), "a setting is missing from the table");
+    return &*found;
+}
+
+}  // namespace korvane

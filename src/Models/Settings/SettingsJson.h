@@ -1,0 +1,23 @@
+// The two settings that are stored as data: lists of records as one JSON array.
+#pragma once
+
+#include "Models/Settings/SettingsTable.h"
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace korvane::settings_json {
+
+using Bytes = std::vector<std::uint8_t>;
+
+// Absent when a text is not UTF-8; nothing is to be stored then.
+std::optional<Bytes> encode(const FavoriteList &favorites);
+std::optional<Bytes> encode(const WebLauncherList &launchers);
+// Absent unless the data is an array of objects that have every required member as text.
+std::optional<FavoriteList> decodeFavorites(std::span<const std::uint8_t> data);
+std::optional<WebLauncherList> decodeWebLaunchers(std::span<const std::uint8_t> data);
+
+}  // namespace korvane::settings_json
