@@ -3,7 +3,7 @@
 // ratio to RefreshUnchanged of the model's bench; what drawing costs, the ratio to FillBar, which only fills as many
 // pixels.
 #include "Platform/Simulated/SimulatedDesktop.h"
-#include "Views/TaskbarView.h"
+#include "Views/Bar/TaskbarView.h"
 
 #include <QApplication>
 #include <QImage>

@@ -1,7 +1,7 @@
 // The part of the controller that fades the panels away and brings them back.
 #include "Controllers/TaskbarPanelController.h"
 
-#include "Views/Popover.h"
+#include "Views/Kit/Popover.h"
 
 #include <QApplication>
 #include <algorithm>

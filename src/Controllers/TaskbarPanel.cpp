@@ -1,7 +1,7 @@
 #include "Controllers/TaskbarPanel.h"
 
 #include "Controllers/FadeEffect.h"
-#include "Views/Metrics.h"
+#include "Views/Kit/Metrics.h"
 
 #include <QResizeEvent>
 #include <algorithm>

@@ -3,7 +3,7 @@
 
 #include "Models/Bar/AutoHide.h"
 #include "Ports/Platform.h"
-#include "Views/TaskbarView.h"
+#include "Views/Bar/TaskbarView.h"
 
 #include <QWidget>
 

@@ -1,7 +1,7 @@
 #include "Controllers/TaskbarPanelController.h"
 
 #include "Controllers/EaseOut.h"
-#include "Views/Metrics.h"
+#include "Views/Kit/Metrics.h"
 
 #include <QGuiApplication>
 #include <QScreen>

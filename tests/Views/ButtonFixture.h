@@ -3,7 +3,7 @@
 
 #include "Models/ModelFixture.h"
 #include "Views/PaintCounter.h"
-#include "Views/TaskButton.h"
+#include "Views/Tasks/TaskButton.h"
 
 #include <QAction>
 #include <QMenu>

@@ -2,11 +2,11 @@
 #pragma once
 
 #include "Models/ModelFixture.h"
-#include "Views/OverflowRowCard.h"
+#include "Views/Bar/OverflowRowCard.h"
+#include "Views/Bar/TaskDropCue.h"
+#include "Views/Bar/TaskbarView.h"
+#include "Views/Kit/SymbolButton.h"
 #include "Views/PaintCounter.h"
-#include "Views/SymbolButton.h"
-#include "Views/TaskDropCue.h"
-#include "Views/TaskbarView.h"
 
 #include <QDragEnterEvent>
 #include <QMimeData>

@@ -1,11 +1,11 @@
 // The bar as it is drawn, against pictures that were looked at when they were stored. With KORVANE_STORE_PICTURES set
 // the pictures are written anew, to be looked at before they are committed.
 #include "Models/ModelFixture.h"
-#include "Views/ClockView.h"
+#include "Views/Bar/TaskbarView.h"
+#include "Views/Kit/SymbolButton.h"
 #include "Views/PaintCounter.h"
-#include "Views/SymbolButton.h"
-#include "Views/TaskButton.h"
-#include "Views/TaskbarView.h"
+#include "Views/Tasks/TaskButton.h"
+#include "Views/Tray/ClockView.h"
 
 #include <QDir>
 #include <QDragEnterEvent>

@@ -1,10 +1,10 @@
-#include "Views/GroupWindowList.h"
+#include "Views/Tasks/GroupWindowList.h"
 
 #include "Views/ButtonFixture.h"
-#include "Views/CloseGlyph.h"
-#include "Views/GroupListRows.h"
-#include "Views/Popover.h"
-#include "Views/RunningAppGroupButton.h"
+#include "Views/Kit/Popover.h"
+#include "Views/Tasks/CloseGlyph.h"
+#include "Views/Tasks/GroupListRows.h"
+#include "Views/Tasks/RunningAppGroupButton.h"
 
 #include <QLineEdit>
 #include <QScrollArea>

@@ -1,4 +1,4 @@
-#include "Views/Painting.h"
+#include "Views/Kit/Painting.h"
 
 #include <QImage>
 #include <QPainter>

@@ -1,4 +1,4 @@
-#include "Views/TaskButtonLook.h"
+#include "Views/Tasks/TaskButtonLook.h"
 
 #include "Models/ModelFixture.h"
 #include "Models/Tasks/NotificationMark.h"

@@ -1,9 +1,9 @@
 #include "Models/Make.h"
 #include "Views/ButtonFixture.h"
-#include "Views/CloseGlyph.h"
-#include "Views/Metrics.h"
-#include "Views/RunningAppButton.h"
-#include "Views/RunningAppGroupButton.h"
+#include "Views/Kit/Metrics.h"
+#include "Views/Tasks/CloseGlyph.h"
+#include "Views/Tasks/RunningAppButton.h"
+#include "Views/Tasks/RunningAppGroupButton.h"
 
 #include <QAccessible>
 

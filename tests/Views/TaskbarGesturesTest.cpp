@@ -1,6 +1,6 @@
 #include "Views/GesturesFixture.h"
-#include "Views/Metrics.h"
-#include "Views/TaskButton.h"
+#include "Views/Kit/Metrics.h"
+#include "Views/Tasks/TaskButton.h"
 
 namespace korvane {
 namespace {

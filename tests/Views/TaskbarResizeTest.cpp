@@ -1,5 +1,5 @@
+#include "Views/Bar/TaskResizeHandle.h"
 #include "Views/GesturesFixture.h"
-#include "Views/TaskResizeHandle.h"
 
 namespace korvane {
 namespace {

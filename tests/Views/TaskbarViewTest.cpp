@@ -1,11 +1,11 @@
-#include "Views/TaskbarView.h"
+#include "Views/Bar/TaskbarView.h"
 
 #include "Models/ModelFixture.h"
-#include "Views/Metrics.h"
-#include "Views/OverflowRowCard.h"
+#include "Views/Bar/OverflowRowCard.h"
+#include "Views/Kit/Metrics.h"
+#include "Views/Kit/SymbolButton.h"
 #include "Views/PaintCounter.h"
-#include "Views/SymbolButton.h"
-#include "Views/TaskButton.h"
+#include "Views/Tasks/TaskButton.h"
 
 #include <QAccessible>
 #include <QTest>

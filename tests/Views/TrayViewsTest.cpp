@@ -1,13 +1,13 @@
 #include "Models/ModelFixture.h"
-#include "Views/AttentionControlView.h"
-#include "Views/ClockView.h"
-#include "Views/LevelControlView.h"
-#include "Views/ListButton.h"
-#include "Views/OverflowRowCard.h"
+#include "Views/Bar/OverflowRowCard.h"
+#include "Views/Bar/TaskbarView.h"
+#include "Views/Kit/ListButton.h"
+#include "Views/Kit/Popover.h"
+#include "Views/Kit/ViewServices.h"
 #include "Views/PaintCounter.h"
-#include "Views/Popover.h"
-#include "Views/TaskbarView.h"
-#include "Views/ViewServices.h"
+#include "Views/Tray/AttentionControlView.h"
+#include "Views/Tray/ClockView.h"
+#include "Views/Tray/LevelControlView.h"
 
 #include <QLabel>
 #include <QSlider>

@@ -1,0 +1,53 @@
+#include "Views/Bar/TaskDropCue.h"
+
+#include "Views/Kit/Metrics.h"
+#include "Views/Kit/Painting.h"
+
+#include <QPainter>
+
+namespace korvane {
+namespace {
+
+// Around the button: the outline's outer half, and the bar left of the edge.
+constexpr int margin = metrics::cueCapsuleShift;
+
+}  // namespace
+
+TaskDropCue::TaskDropCue(QWidget *parent) : QWidget(parent)
+{
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    hide();
+}
+
+void TaskDropCue::showOn(const QRect &button, Kind newKind)
+{
+    const QRect place = button.adjusted(-margin, -margin, margin, margin);
+    if (isVisible() && geometry() == place && kind == newKind)
+        return;
+    kind = newKind;
+    setGeometry(place);
+    update();
+    show();
+    raise();
+}
+
+void TaskDropCue::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QColor blue = toColor(*TabColors::storedTabColor("Blue"));
+    const QRectF button = QRectF(rect()).adjusted(margin, margin, -margin, -margin);
+    if (kind == Kind::into) {
+        painter.setPen(QPen(blue, metrics::cueStroke));
+        painter.drawRoundedRect(button, metrics::cueRadius, metrics::cueRadius);
+        return;
+    }
+    const QRectF capsule(button.left() - metrics::cueCapsuleShift,
+                         button.center().y() - metrics::cueCapsuleHeight / 2.0, metrics::cueCapsuleWidth,
+                         metrics::cueCapsuleHeight);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(blue);
+    painter.drawRoundedRect(capsule, capsule.width() / 2, capsule.width() / 2);
+}
+
+}  // namespace korvane

@@ -1,0 +1,78 @@
+#include "Views/Kit/ListButton.h"
+
+#include "Views/Kit/ContextMenu.h"
+#include "Views/Kit/Metrics.h"
+#include "Views/Kit/TitleText.h"
+
+#include <QContextMenuEvent>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QPainter>
+#include <QToolTip>
+
+namespace korvane {
+
+ListButton::ListButton(QWidget *parent) : QAbstractButton(parent)
+{
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_Hover);
+    setAttribute(Qt::WA_AlwaysShowToolTips);
+    setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
+}
+
+void ListButton::setHighlighted(bool highlighted)
+{
+    if (isHighlighted == highlighted)
+        return;
+    isHighlighted = highlighted;
+    update();
+}
+
+bool ListButton::event(QEvent *event)
+{
+    if (event->type() == QEvent::ToolTip) {
+        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), plainToolTip(toolTip()), this);
+        return true;
+    }
+    return QAbstractButton::event(event);
+}
+
+void ListButton::openMenu(const QPoint &place)
+{
+    const Menu items = contextMenu();
+    if (items.empty())
+        return;
+    QMenu *menu = makeContextMenu(items, *this);
+    connect(menu, &QMenu::aboutToHide, this, &ListButton::menuClosed, Qt::QueuedConnection);
+    menu->popup(place);
+}
+
+void ListButton::contextMenuEvent(QContextMenuEvent *event)
+{
+    openMenu(event->globalPos());
+}
+
+void ListButton::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Menu || (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier))
+        openMenu(mapToGlobal(rect().center()));
+    else
+        QAbstractButton::keyPressEvent(event);
+}
+
+void ListButton::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (isHighlighted || underMouse()) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(QColor::fromRgbF(1, 1, 1, static_cast<float>(metrics::rowFocusOpacity)));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(metrics::listPadding, 0, -metrics::listPadding, 0),
+                                metrics::buttonRadius, metrics::buttonRadius);
+    }
+    painter.setPen(Qt::white);
+    paintContent(painter);
+}
+
+}  // namespace korvane

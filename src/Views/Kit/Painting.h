@@ -1,0 +1,61 @@
+// Shapes that several views draw.
+#pragma once
+
+#include "Models/Tasks/NotificationMark.h"
+#include "Models/Tasks/TabColors.h"
+#include "Ports/Values/Image.h"
+#include "Views/Kit/GroundLook.h"
+
+#include <QColor>
+#include <QFont>
+#include <QPixmap>
+#include <QRectF>
+#include <map>
+#include <utility>
+
+class QPainter;
+
+namespace korvane {
+
+QColor toColor(const Rgb &color, double opacity = 1);
+// The system's font at that many points, which are pixels of the device-independent kind.
+QFont systemFont(int size, bool bold = false);
+
+// The bar's dark ground. Opaque where the desktop can't shine through.
+void paintTaskbarBackground(QPainter &painter, const QRectF &rectangle, double opacity, bool translucent);
+// The same with the upper corners rounded, a hairline around it, and the cap at its end.
+void paintCard(QPainter &painter, const QRect &rectangle, const GroundLook &look);
+// A rectangle with rounded corners, on whole points. Made of plain fills and four small pictures: cheaper by far than
+// an outline, of which a full bar would need hundreds.
+void paintRoundedFill(QPainter &painter, const QRect &rectangle, int radius, const QColor &color);
+// A capsule.
+void paintStrip(QPainter &painter, const QRectF &rectangle, const QColor &color);
+
+// One of the symbols in white, in a square of that many points; it is made once and kept for a while.
+QPixmap symbolPixmap(const QString &name, double size, double devicePixelRatio);
+// A group's icon: its glyph as text, or else its picture.
+class IconPixmaps;
+void paintIcon(QPainter &painter, const QRectF &square, const platform::ImagePtr &icon, const std::string &glyph,
+               IconPixmaps &icons);
+
+void paintNotificationMark(QPainter &painter, const NotificationMark &mark);
+
+// Pictures scaled once for each size they are drawn at, and forgotten with the last record that holds them.
+class IconPixmaps {
+public:
+    // `size` in points. A null pixmap for a null picture.
+    QPixmap pixmap(const platform::ImagePtr &image, int size, double devicePixelRatio);
+
+private:
+    void forgetUnused();
+
+    using Key = std::pair<const platform::Image *, int>;  // the picture and its side in pixels
+    struct Entry {
+        platform::ImagePtr image;
+        QPixmap pixmap;
+    };
+    std::map<Key, Entry> entries;
+    std::size_t forgetAt = 64;
+};
+
+}  // namespace korvane

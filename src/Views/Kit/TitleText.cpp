@@ -1,0 +1,49 @@
+#include "Views/Kit/TitleText.h"
+
+#include "Views/Kit/Metrics.h"
+
+#include <QTextDocument>
+#include <Qt>
+
+namespace korvane {
+namespace {
+
+// Titles of closed windows are forgotten when this many were measured.
+constexpr std::size_t rememberedTexts = 4096;
+
+}  // namespace
+
+QString displayText(std::string_view text)
+{
+    // A character takes at most four bytes, so this holds the longest text that is shown.
+    const auto bytes = std::min<std::size_t>(text.size(), std::size_t{4} * metrics::longestText);
+    QString shown = QString::fromUtf8(text.data(), static_cast<qsizetype>(bytes));
+    if (shown.size() > metrics::longestText) {
+        shown.truncate(metrics::longestText);
+        if (shown.back().isHighSurrogate())
+            shown.chop(1);
+    }
+    for (QChar &character : shown)
+        if (character.category() == QChar::Other_Control || character == QChar::LineSeparator
+            || character == QChar::ParagraphSeparator)
+            character = u' ';
+    return shown;
+}
+
+QString plainToolTip(const QString &text)
+{
+    return Qt::mightBeRichText(text) ? QStringLiteral("<span>%1</span>").arg(text.toHtmlEscaped()) : text;
+}
+
+double TextMeasurer::width(std::string_view text)
+{
+    if (const auto known = widths.find(text); known != widths.end())
+        return known->second;
+    if (widths.size() >= rememberedTexts)
+        widths.clear();
+    const double measured = metrics.horizontalAdvance(displayText(text));
+    widths.emplace(std::string(text), measured);
+    return measured;
+}
+
+}  // namespace korvane

@@ -1,0 +1,198 @@
+#include "Views/Tasks/TaskButton.h"
+
+#include "Views/Kit/ContextMenu.h"
+#include "Views/Kit/Metrics.h"
+#include "Views/Kit/TitleText.h"
+#include "Views/Tasks/AccessibleTask.h"
+#include "Views/Tasks/CloseGlyph.h"
+#include "Views/Tasks/RunningAppButton.h"
+#include "Views/Tasks/RunningAppGroupButton.h"
+
+#include <QHelpEvent>
+#include <QMenu>
+#include <QPainter>
+#include <QToolTip>
+
+namespace korvane {
+
+TaskButton::TaskButton(const TaskButtonHost &buttonHost, QWidget *parent) : QAbstractButton(parent), host(buttonHost)
+{
+    installTaskbarAccessibility();
+    setFocusPolicy(Qt::NoFocus);
+    setFont(systemFont(metrics::buttonFontSize));
+    setAttribute(Qt::WA_AlwaysShowToolTips);
+}
+
+void TaskButton::setLook(TaskButtonLook newLook)
+{
+    if (look == newLook)
+        return;
+    if (look.text != newLook.text) {
+        shownText = displayText(newLook.text);
+        elidedIsValid = false;
+        setAccessibleName(shownText);
+    }
+    if (look.toolTip != newLook.toolTip)
+        setToolTip(displayText(newLook.toolTip));
+    if (look.chevron != newLook.chevron)
+        elidedIsValid = false;
+    if (newLook.closeGlyph && !closeGlyph) {
+        closeGlyph = new CloseGlyph(this);
+        closeGlyph->place();
+        closeGlyph->show();
+        // At the next turn: a question may follow, and the button may go while it is being asked.
+        connect(
+            closeGlyph, &QAbstractButton::clicked, this, [this] { closeGlyphPressed(); }, Qt::QueuedConnection);
+    } else if (!newLook.closeGlyph) {
+        delete std::exchange(closeGlyph, nullptr);
+    }
+    look = std::move(newLook);
+    update();
+}
+
+QSize TaskButton::sizeHint() const
+{
+    return {metrics::buttonHeight * 4, metrics::buttonHeight};
+}
+
+// ---------------------------------------------------------------------------------------------------- input
+
+bool TaskButton::event(QEvent *event)
+{
+    if (event->type() == QEvent::ToolTip) {
+        // Titles come from strangers and are never read as markup.
+        const auto *help = static_cast<QHelpEvent *>(event);
+        QToolTip::showText(help->globalPos(), plainToolTip(toolTip()), this);
+        return true;
+    }
+    return QAbstractButton::event(event);
+}
+
+void TaskButton::contextMenuEvent(QContextMenuEvent *event)
+{
+    openMenuAt(event->x());
+}
+
+void TaskButton::openMenu()
+{
+    openMenuAt(width() / 2);
+}
+
+void TaskButton::openMenuAt(int x)
+{
+    openUpwards(*makeContextMenu(contextMenu(), *this), mapToGlobal(QPoint(x, 0)));
+}
+
+void TaskButton::mousePressEvent(QMouseEvent *event)
+{
+    dragStart.pressed(*event);
+    QAbstractButton::mousePressEvent(event);
+}
+
+void TaskButton::mouseMoveEvent(QMouseEvent *event)
+{
+    if (!host.beginDrag || !dragStart.begins(*event)) {
+        QAbstractButton::mouseMoveEvent(event);
+        return;
+    }
+    // What has become a drag is no click any more.
+    setDown(false);
+    const Drag carried = drag();
+    host.beginDrag(*this, carried.id, carried.windowIDs);
+    // The button may be gone by now.
+}
+
+// ---------------------------------------------------------------------------------------------------- drawing
+
+void TaskButton::resizeEvent(QResizeEvent *event)
+{
+    elidedIsValid = false;
+    if (closeGlyph)
+        closeGlyph->place();
+    QAbstractButton::resizeEvent(event);
+}
+
+QRectF TaskButton::textRectangle() const
+{
+    const double left = metrics::buttonPadding + metrics::buttonIconSize + metrics::iconTextSpacing;
+    double right = width() - metrics::buttonPadding;
+    if (look.chevron)
+        right -= metrics::iconTextSpacing + metrics::chevronSize;
+    return {left, 0, std::max(0.0, right - left), static_cast<double>(height())};
+}
+
+const QStaticText &TaskButton::elidedText()
+{
+    if (!elidedIsValid) {
+        const QFontMetricsF measure(font());
+        const QString cut = measure.elidedText(shownText, Qt::ElideRight, textRectangle().width());
+        // A title that is read from the right has its own end on the left, yet it too stands beside its icon.
+        QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
+        option.setTextDirection(Qt::LayoutDirectionAuto);
+        option.setWrapMode(QTextOption::NoWrap);
+        elided.setTextFormat(Qt::PlainText);
+        elided.setTextOption(option);
+        elided.setText(cut);
+        elided.prepare({}, font());
+        elidedWidth = measure.horizontalAdvance(cut);
+        elidedIsValid = true;
+    }
+    return elided;
+}
+
+// Right behind the text, wherever that ends.
+void TaskButton::paintChevron(QPainter &painter, const QRectF &text)
+{
+    const double ratio = devicePixelRatioF();
+    const double x = text.left() + std::min(elidedWidth, text.width()) + metrics::iconTextSpacing;
+    const double y = (height() - metrics::chevronSize) / 2;
+    painter.setOpacity(metrics::chevronOpacity);
+    painter.drawPixmap(QPointF(std::round(x * ratio) / ratio, std::round(y * ratio) / ratio),
+                       symbolPixmap(QStringLiteral("chevron.up.bold"), metrics::chevronSize, ratio));
+    painter.setOpacity(1);
+}
+
+void TaskButton::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+
+    paintRoundedFill(painter, rect(), metrics::buttonRadius,
+                     toColor(look.color.value_or(Rgb{1, 1, 1}), look.fillOpacity));
+
+    painter.setPen(Qt::white);
+    paintIcon(painter,
+              {metrics::buttonPadding, (height() - metrics::buttonIconSize) / 2.0, metrics::buttonIconSize,
+               metrics::buttonIconSize},
+              look.icon, look.glyph, host.services.icons);
+
+    painter.setFont(font());
+    const QRectF text = textRectangle();
+    painter.setClipRect(text);
+    const QStaticText &title = elidedText();
+    painter.drawStaticText(QPointF(text.left(), (height() - title.size().height()) / 2), title);
+    painter.setClipping(false);
+    if (look.chevron)
+        paintChevron(painter, text);
+
+    if (look.strip) {
+        const double y = look.stripAtTop ? 0 : height() - metrics::stripHeight;
+        paintStrip(painter, {metrics::stripPadding, y, width() - 2 * metrics::stripPadding, metrics::stripHeight},
+                   toColor(look.strip->color, look.strip->opacity));
+    }
+    if (const auto mark = NotificationMarks::ofStyle(look.markStyle, NotificationMarks::taskbarSize))
+        paintNotificationMark(painter, *mark);
+}
+
+TaskButton *makeTaskButton(const TaskButtonHost &host, const TaskbarEntry &entry, bool stripAtTop, QWidget *parent)
+{
+    TaskButton *button = nullptr;
+    if (entry.group)
+        button = new RunningAppGroupButton(host, parent);
+    else
+        button = new RunningAppButton(host, parent);
+    button->setEntry(entry, stripAtTop);
+    return button;
+}
+
+}  // namespace korvane

@@ -1,0 +1,159 @@
+#include "Views/Tray/LevelControlView.h"
+
+#include "Models/Tray/SystemLevels.h"
+#include "Toolkit/Symbols.h"
+#include "Views/Kit/Metrics.h"
+#include "Views/Kit/Painting.h"
+#include "Views/Kit/Popover.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QSignalBlocker>
+#include <QSlider>
+#include <QWheelEvent>
+#include <cmath>
+
+namespace korvane {
+namespace {
+
+constexpr int sliderSteps = 1000;
+constexpr QSize buttonSize(metrics::trayButtonWidth, metrics::buttonHeight);
+// A notch of the wheel is so many eighths of a degree.
+constexpr double notch = 120;
+
+}  // namespace
+
+LevelControlView::LevelControlView(platform::Platform &system, LevelControlActions actions, const Style &controlStyle,
+                                   QWidget *parent)
+    : SymbolButton(buttonSize, parent), platform(system), style(controlStyle),
+      level(system.loop, {actions.current, actions.set, actions.scrollRate, [this] { update(); }})
+{
+    setTip(style.tip);
+    connect(this, &QAbstractButton::clicked, this, [this] {
+        clicked = true;
+        level.click();
+        clicked = false;
+    });
+    update();
+}
+
+// The popover tells of its end, and must find this whole.
+LevelControlView::~LevelControlView()
+{
+    delete popover;
+}
+
+void LevelControlView::wheelEvent(QWheelEvent *event)
+{
+    // A touchpad tells of its fingers' way in pixels, a wheel of its notches.
+    const double delta = event->pixelDelta().isNull() ? event->angleDelta().y() / notch : event->pixelDelta().y();
+    event->setAccepted(level.scroll(delta));
+}
+
+void LevelControlView::showEvent(QShowEvent *event)
+{
+    SymbolButton::showEvent(event);
+    level.readSystem();
+}
+
+void LevelControlView::hideEvent(QHideEvent *event)
+{
+    SymbolButton::hideEvent(event);
+    level.disappeared();
+    if (popover)
+        popover->close();
+}
+
+void LevelControlView::makePopover()
+{
+    popover = new Popover(platform, *this);
+    popover->setName(style.tip);
+    auto *content = new QWidget;
+    auto *row = new QHBoxLayout(content);
+    row->setSpacing(metrics::sliderSpacing);
+    row->setContentsMargins(metrics::sliderPadding, metrics::sliderPadding, metrics::sliderPadding,
+                            metrics::sliderPadding);
+    picture = new QLabel;
+    picture->setFixedWidth(metrics::trayButtonWidth);
+    picture->setAlignment(Qt::AlignCenter);
+    sliderWidget = new QSlider(Qt::Horizontal);
+    sliderWidget->setFixedWidth(metrics::sliderWidth);
+    sliderWidget->setRange(0, sliderSteps);
+    sliderWidget->setSingleStep(sliderSteps / 100);
+    sliderWidget->setPageStep(sliderSteps / 10);
+    sliderWidget->setAccessibleName(style.tip);
+    percent = new QLabel;
+    percent->setFixedWidth(metrics::percentWidth);
+    percent->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    percent->setFont(systemFont(metrics::popoverFontSize));
+    QPalette light = percent->palette();
+    light.setColor(QPalette::WindowText, Qt::white);
+    percent->setPalette(light);
+    row->addWidget(picture);
+    row->addWidget(sliderWidget);
+    row->addWidget(percent);
+    popover->setContent(content);
+    connect(sliderWidget, &QSlider::valueChanged, this,
+            [this](int value) { level.slide(static_cast<float>(value) / sliderSteps); });
+    connect(popover, &Popover::closed, this, [this] { level.dismissed(); });
+}
+
+void LevelControlView::update()
+{
+    const QString symbol = QString::fromLatin1(style.symbol(level.level()).data());
+    setLook({.symbol = symbol, .text = {}, .size = style.size, .opacity = 1, .stretchY = style.stretchY});
+    setAccessibleDescription(QStringLiteral("%1%").arg(TrayRules::percent(level.level())));
+    if (level.showingSlider() && !popover)
+        makePopover();
+    if (!popover)
+        return;
+    showPicture(symbol);
+    percent->setText(QStringLiteral("%1%").arg(TrayRules::percent(level.level())));
+    {
+        const QSignalBlocker quiet(sliderWidget);
+        sliderWidget->setValue(static_cast<int>(std::lround(level.level() * sliderSteps)));
+    }
+    if (!level.showingSlider())
+        popover->close();
+    else if (!popover->isOpen())
+        popover->open(clicked ? Popover::Keyboard::taken : Popover::Keyboard::left);
+}
+
+// The symbol changes more rarely than the level.
+void LevelControlView::showPicture(const QString &symbol)
+{
+    const double ratio = devicePixelRatioF();
+    if (pictured == symbol && picture->pixmap(Qt::ReturnByValue).devicePixelRatio() == ratio)
+        return;
+    pictured = symbol;
+    QPixmap drawn = QPixmap::fromImage(platform::symbolImage(
+        symbol.toStdString(), static_cast<int>(std::ceil(metrics::sliderSymbolSize * ratio)), Qt::white));
+    drawn.setDevicePixelRatio(ratio);
+    picture->setPixmap(drawn);
+}
+
+BrightnessControlView::BrightnessControlView(AppModel &model, platform::Platform &system, QWidget *parent)
+    : LevelControlView(system,
+                       {[&system] { return SystemBrightness::current(system.brightness); },
+                        [&system](float wanted) { return SystemBrightness::set(system.brightness, wanted); },
+                        [&model] { return model.settings().brightnessScrollRate; },
+                        {}},
+                       {QStringLiteral("Screen Brightness"), TrayRules::brightnessSymbol, metrics::brightnessSize, 1},
+                       parent)
+{}
+
+VolumeControlView::VolumeControlView(AppModel &model, platform::Platform &system, QWidget *parent)
+    : LevelControlView(system,
+                       {[&system] { return SystemVolume::current(system.audio); },
+                        [&system](float wanted) {
+                            SystemVolume::set(system.audio, wanted);
+                            return true;
+                        },
+                        [&model] { return model.settings().volumeScrollRate; },
+                        {}},
+                       {QStringLiteral("Volume"), TrayRules::volumeSymbol, metrics::volumeSize, metrics::volumeStretch},
+                       parent),
+      changes(system.audio.observeChanges([this] { readSystem(); }))
+{}
+
+}  // namespace korvane
