@@ -3,8 +3,8 @@
 #include "Platform/X11/Connection.h"
 #include "Platform/X11/PropertyMirror.h"
 #include "Platform/X11/X11Platform.h"
-#include "support/GlibLoop.h"
-#include "support/SampleClient.h"
+#include "tests/support/GlibLoop.h"
+#include "tests/support/SampleClient.h"
 
 #include <benchmark/benchmark.h>
 #include <ctime>

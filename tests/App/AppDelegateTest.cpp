@@ -1,8 +1,8 @@
 #include "App/AppDelegate.h"
 
 #include "App/Startup.h"
-#include "Models/ModelFixture.h"
-#include "Views/PaintCounter.h"
+#include "tests/Models/AppModel/ModelFixture.h"
+#include "tests/Views/Kit/PaintCounter.h"
 
 #include <sstream>
 

@@ -1,7 +1,7 @@
 // A bar that fades away and comes back, in virtual time.
-#include "Controllers/HidingFixture.h"
 #include "Views/Tasks/RunningAppGroupButton.h"
 #include "Views/Tasks/TaskButton.h"
+#include "tests/Controllers/HidingFixture.h"
 
 #include <QMenu>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // What the pointer does to the rows and the widths of a bar, and what holds them still.
-#include "Controllers/HidingFixture.h"
 #include "Views/Bar/TaskResizeHandle.h"
+#include "tests/Controllers/HidingFixture.h"
 
 #include <QTest>
 

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "Controllers/TaskbarPanelController.h"
-#include "Models/ModelFixture.h"
-#include "Views/PaintCounter.h"
+#include "tests/Models/AppModel/ModelFixture.h"
+#include "tests/Views/Kit/PaintCounter.h"
 
 #include <memory>
 #include <vector>

@@ -1,8 +1,8 @@
 #include "Controllers/TaskbarPanelController.h"
 
 #include "Controllers/EaseOut.h"
-#include "Models/ModelFixture.h"
-#include "Views/PaintCounter.h"
+#include "tests/Models/AppModel/ModelFixture.h"
+#include "tests/Views/Kit/PaintCounter.h"
 
 #include <QAccessible>
 #include <QPointer>

@@ -1,4 +1,4 @@
-#include "Random/RandomDesktop.h"
+#include "tests/Random/RandomDesktop.h"
 
 #include <algorithm>
 #include <set>

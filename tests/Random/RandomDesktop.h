@@ -3,7 +3,7 @@
 
 #include "Models/AppModel/AppModel.h"
 #include "Platform/Simulated/SimulatedDesktop.h"
-#include "Random/Operation.h"
+#include "tests/Random/Operation.h"
 
 #include <memory>
 #include <optional>

@@ -1,6 +1,6 @@
 // Random operations on a simulated desktop, with promises checked after each. A failure prints the shortest sequence
 // found and the seed that brings it back: RC_PARAMS="reproduce=...". RC_PARAMS="max_success=10000" plays longer.
-#include "Random/RandomDesktop.h"
+#include "tests/Random/RandomDesktop.h"
 
 #include <cstdlib>
 #include <gtest/gtest.h>

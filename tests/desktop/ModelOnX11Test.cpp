@@ -1,11 +1,11 @@
 // The model on a real X server: closing, hiding and quitting with programs that obey, refuse, ask and hang.
-#include "Linux/TemporaryDirectory.h"
 #include "Models/AppModel/AppModel.h"
 #include "Platform/Icu/IcuText.h"
 #include "Platform/Linux/PropertyListDefaults.h"
 #include "Platform/Simulated/SimulatedSurroundings.h"
-#include "X11/X11Test.h"
-#include "support/SampleClient.h"
+#include "tests/Platform/Linux/TemporaryDirectory.h"
+#include "tests/Platform/X11/X11Test.h"
+#include "tests/support/SampleClient.h"
 
 #include <algorithm>
 #include <csignal>

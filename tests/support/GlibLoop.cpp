@@ -1,4 +1,4 @@
-#include "support/GlibLoop.h"
+#include "tests/support/GlibLoop.h"
 
 #include <cmath>
 #include <glib.h>

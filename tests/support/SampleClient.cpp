@@ -1,4 +1,4 @@
-#include "support/SampleClient.h"
+#include "tests/support/SampleClient.h"
 
 #include <stdexcept>
 

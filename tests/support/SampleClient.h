@@ -1,7 +1,7 @@
 // A program with windows that does what a test tells it, as a process of its own.
 #pragma once
 
-#include "support/XServer.h"
+#include "tests/support/XServer.h"
 
 #include <cstdint>
 #include <memory>

@@ -1,4 +1,4 @@
-#include "support/XServer.h"
+#include "tests/support/XServer.h"
 
 #include <csignal>
 #include <cstdlib>

@@ -1,7 +1,7 @@
 // An X server of a test's own, without a screen to look at, and what runs on it. All of it ends with the object.
 #pragma once
 
-#include "support/Process.h"
+#include "tests/support/Process.h"
 
 #include <filesystem>
 #include <memory>

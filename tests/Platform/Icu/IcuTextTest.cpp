@@ -1,6 +1,6 @@
 #include "Platform/Icu/IcuText.h"
 
-#include "TextContract.h"
+#include "tests/Ports/TextContract.h"
 
 namespace korvane::platform {
 

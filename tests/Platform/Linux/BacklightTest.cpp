@@ -1,9 +1,9 @@
 // Over a made-up tree of devices.
 #include "Platform/Linux/Backlight.h"
 
-#include "LevelContracts.h"
-#include "ManualLoop.h"
-#include "TemporaryDirectory.h"
+#include "tests/Platform/Linux/ManualLoop.h"
+#include "tests/Platform/Linux/TemporaryDirectory.h"
+#include "tests/Ports/LevelContracts.h"
 
 #include <cmath>
 #include <fstream>

@@ -1,7 +1,7 @@
 #include "Platform/Linux/DesktopCatalogue.h"
 
-#include "SampleApplications.h"
-#include "TemporaryDirectory.h"
+#include "tests/Platform/Linux/SampleApplications.h"
+#include "tests/Platform/Linux/TemporaryDirectory.h"
 
 #include <chrono>
 #include <functional>

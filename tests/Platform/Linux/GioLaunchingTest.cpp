@@ -1,9 +1,9 @@
 #include "Platform/Linux/GioLaunching.h"
 
-#include "LaunchingContract.h"
 #include "Platform/Linux/DesktopCatalogue.h"
-#include "SampleApplications.h"
-#include "TemporaryDirectory.h"
+#include "tests/Platform/Linux/SampleApplications.h"
+#include "tests/Platform/Linux/TemporaryDirectory.h"
+#include "tests/Ports/LaunchingContract.h"
 
 #include <chrono>
 #include <sstream>

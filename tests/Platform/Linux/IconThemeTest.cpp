@@ -1,6 +1,6 @@
 #include "Platform/Linux/IconTheme.h"
 
-#include "TemporaryDirectory.h"
+#include "tests/Platform/Linux/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 

@@ -2,8 +2,8 @@
 #include "Platform/Linux/LoginSession.h"
 
 #include "Platform/Linux/GlibPointers.h"
-#include "support/GlibLoop.h"
-#include "support/Process.h"
+#include "tests/support/GlibLoop.h"
+#include "tests/support/Process.h"
 
 #include <cstdlib>
 #include <gtest/gtest.h>

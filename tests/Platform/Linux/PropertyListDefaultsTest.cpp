@@ -1,8 +1,8 @@
 #include "Platform/Linux/PropertyListDefaults.h"
 
-#include "DefaultsContract.h"
-#include "ManualLoop.h"
-#include "TemporaryDirectory.h"
+#include "tests/Platform/Linux/ManualLoop.h"
+#include "tests/Platform/Linux/TemporaryDirectory.h"
+#include "tests/Ports/DefaultsContract.h"
 
 #include <algorithm>
 #include <clocale>

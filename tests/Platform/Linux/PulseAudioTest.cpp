@@ -1,10 +1,10 @@
 // Against a real server with sinks that lead nowhere.
 #include "Platform/Linux/PulseAudio.h"
 
-#include "LevelContracts.h"
-#include "TemporaryDirectory.h"
-#include "support/GlibLoop.h"
-#include "support/Process.h"
+#include "tests/Platform/Linux/TemporaryDirectory.h"
+#include "tests/Ports/LevelContracts.h"
+#include "tests/support/GlibLoop.h"
+#include "tests/support/Process.h"
 
 #include <array>
 #include <cmath>

@@ -1,6 +1,6 @@
-#include "SampleApplications.h"
+#include "tests/Platform/Linux/SampleApplications.h"
 
-#include "TemporaryDirectory.h"
+#include "tests/Platform/Linux/TemporaryDirectory.h"
 
 #include <memory>
 

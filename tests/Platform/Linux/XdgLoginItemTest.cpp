@@ -1,7 +1,7 @@
 #include "Platform/Linux/XdgLoginItem.h"
 
-#include "LoginItemContract.h"
-#include "TemporaryDirectory.h"
+#include "tests/Platform/Linux/TemporaryDirectory.h"
+#include "tests/Ports/LoginItemContract.h"
 
 namespace korvane::platform {
 namespace {

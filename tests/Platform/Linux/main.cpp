@@ -1,4 +1,4 @@
-#include "SampleApplications.h"
+#include "tests/Platform/Linux/SampleApplications.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #include "Platform/Qt/QtIcons.h"
 
-#include "IconsContract.h"
 #include "Toolkit/QtImages.h"
 #include "Toolkit/Symbols.h"
+#include "tests/Ports/IconsContract.h"
 
 #include <algorithm>
 

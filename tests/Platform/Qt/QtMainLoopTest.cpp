@@ -1,6 +1,6 @@
 #include "Platform/Qt/QtMainLoop.h"
 
-#include "MainLoopContract.h"
+#include "tests/Ports/MainLoopContract.h"
 
 #include <QAbstractEventDispatcher>
 #include <QCoreApplication>

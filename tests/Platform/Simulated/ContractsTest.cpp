@@ -1,10 +1,10 @@
 // The simulated desktop keeps the promises that every backend keeps.
-#include "DefaultsContract.h"
-#include "IconsContract.h"
-#include "LaunchingContract.h"
-#include "LevelContracts.h"
-#include "LoginItemContract.h"
-#include "MainLoopContract.h"
+#include "tests/Ports/DefaultsContract.h"
+#include "tests/Ports/IconsContract.h"
+#include "tests/Ports/LaunchingContract.h"
+#include "tests/Ports/LevelContracts.h"
+#include "tests/Ports/LoginItemContract.h"
+#include "tests/Ports/MainLoopContract.h"
 
 #include "Platform/Simulated/MemoryDefaults.h"
 #include "Platform/Simulated/SimulatedDesktop.h"

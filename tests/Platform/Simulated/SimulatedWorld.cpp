@@ -1,5 +1,5 @@
 // The contracts of a desktop on the one in memory.
-#include "DesktopWorld.h"
+#include "tests/Ports/DesktopWorld.h"
 
 #include "Platform/Simulated/SimulatedDesktop.h"
 

@@ -1,5 +1,5 @@
 // Windows that break the rules, by mistake or on purpose.
-#include "X11Test.h"
+#include "tests/Platform/X11/X11Test.h"
 
 #include "Platform/X11/PropertyText.h"
 

@@ -1,4 +1,4 @@
-#include "X11Test.h"
+#include "tests/Platform/X11/X11Test.h"
 
 #include <csignal>
 

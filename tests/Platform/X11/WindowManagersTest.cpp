@@ -1,5 +1,5 @@
 // Window managers that come and go.
-#include "X11Test.h"
+#include "tests/Platform/X11/X11Test.h"
 
 #include <csignal>
 #include <unistd.h>

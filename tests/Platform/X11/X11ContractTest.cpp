@@ -1,4 +1,4 @@
-#include "X11World.h"
+#include "tests/Platform/X11/X11World.h"
 
 namespace korvane::platform {
 

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "Platform/X11/X11Platform.h"
-#include "support/GlibLoop.h"
-#include "support/SampleClient.h"
-#include "support/XServer.h"
+#include "tests/support/GlibLoop.h"
+#include "tests/support/SampleClient.h"
+#include "tests/support/XServer.h"
 
 #include <functional>
 #include <gtest/gtest.h>

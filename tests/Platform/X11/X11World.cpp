@@ -1,6 +1,6 @@
-#include "X11World.h"
+#include "tests/Platform/X11/X11World.h"
 
-#include "X11Test.h"
+#include "tests/Platform/X11/X11Test.h"
 
 #include <cmath>
 

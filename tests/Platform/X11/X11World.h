@@ -1,7 +1,7 @@
 // The desktop of the contracts on a real X server with a window manager.
 #pragma once
 
-#include "DesktopWorld.h"
+#include "tests/Ports/DesktopWorld.h"
 
 namespace korvane::platform {
 

@@ -1,7 +1,7 @@
-#include "Areas.h"
+#include "tests/vectors/driver/Areas.h"
 
-#include "Comparison.h"
-#include "Scenario.h"
+#include "tests/vectors/driver/Comparison.h"
+#include "tests/vectors/driver/Scenario.h"
 
 namespace korvane::vectors {
 namespace {

@@ -1,7 +1,7 @@
 // Which areas can be run, and by what.
 #pragma once
 
-#include "Case.h"
+#include "tests/vectors/driver/Case.h"
 
 #include <string_view>
 

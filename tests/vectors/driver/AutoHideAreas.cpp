@@ -1,7 +1,7 @@
 // The decisions of hiding and showing the panels, each with what it writes.
-#include "Areas.h"
-#include "Comparison.h"
-#include "RecordJson.h"
+#include "tests/vectors/driver/Areas.h"
+#include "tests/vectors/driver/Comparison.h"
+#include "tests/vectors/driver/RecordJson.h"
 
 #include "Models/Bar/AutoHide.h"
 

@@ -1,6 +1,6 @@
 // What the buttons of tasks and groups show and offer.
-#include "Areas.h"
-#include "RecordJson.h"
+#include "tests/vectors/driver/Areas.h"
+#include "tests/vectors/driver/RecordJson.h"
 
 #include "Models/Tasks/NotificationMark.h"
 #include "Models/Tasks/StripRules.h"

@@ -1,4 +1,4 @@
-#include "Comparison.h"
+#include "tests/vectors/driver/Comparison.h"
 
 #include <bit>
 #include <cstdint>

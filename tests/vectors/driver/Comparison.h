@@ -1,7 +1,7 @@
 // Strict comparison of two JSON values, which says where they part.
 #pragma once
 
-#include "Case.h"
+#include "tests/vectors/driver/Case.h"
 
 #include <optional>
 #include <string>

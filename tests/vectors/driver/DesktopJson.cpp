@@ -1,6 +1,6 @@
-#include "DesktopJson.h"
+#include "tests/vectors/driver/DesktopJson.h"
 
-#include "RecordJson.h"
+#include "tests/vectors/driver/RecordJson.h"
 
 #include <algorithm>
 #include <stdexcept>

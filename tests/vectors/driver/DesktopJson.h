@@ -1,7 +1,7 @@
 // The simulated desktop and its defaults as the files write them.
 #pragma once
 
-#include "Case.h"
+#include "tests/vectors/driver/Case.h"
 
 #include "Platform/Simulated/SimulatedDesktop.h"
 

@@ -1,7 +1,7 @@
 // The layout engine, widths and heights, and whole layout passes.
-#include "Areas.h"
-#include "Comparison.h"
-#include "RecordJson.h"
+#include "tests/vectors/driver/Areas.h"
+#include "tests/vectors/driver/Comparison.h"
+#include "tests/vectors/driver/RecordJson.h"
 
 #include "Models/Bar/PanelGeometry.h"
 #include "Models/Bar/TaskLayoutEngine.h"

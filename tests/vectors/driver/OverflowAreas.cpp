@@ -1,7 +1,7 @@
 // The overflow rows: the lock, drags, and what a hovering pointer opens.
-#include "Areas.h"
-#include "Comparison.h"
-#include "RecordJson.h"
+#include "tests/vectors/driver/Areas.h"
+#include "tests/vectors/driver/Comparison.h"
+#include "tests/vectors/driver/RecordJson.h"
 
 #include "Models/Bar/OverflowHover.h"
 #include "Models/Bar/OverflowReturnLock.h"

@@ -1,6 +1,6 @@
 // Records and colours.
-#include "Areas.h"
-#include "RecordJson.h"
+#include "tests/vectors/driver/Areas.h"
+#include "tests/vectors/driver/RecordJson.h"
 
 #include "Models/Base/Identifiers.h"
 #include "Models/Tasks/DockBadges.h"

@@ -1,4 +1,4 @@
-#include "RecordJson.h"
+#include "tests/vectors/driver/RecordJson.h"
 
 #include <stdexcept>
 

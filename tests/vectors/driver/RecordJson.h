@@ -1,7 +1,7 @@
 // The records of the model as the files write them, and back. Icons are left out or given as a name.
 #pragma once
 
-#include "Case.h"
+#include "tests/vectors/driver/Case.h"
 
 #include "Models/Base/Records.h"
 #include "Models/Settings/SettingsTable.h"

@@ -1,8 +1,8 @@
-#include "Scenario.h"
+#include "tests/vectors/driver/Scenario.h"
 
-#include "Comparison.h"
-#include "DesktopJson.h"
-#include "RecordJson.h"
+#include "tests/vectors/driver/Comparison.h"
+#include "tests/vectors/driver/DesktopJson.h"
+#include "tests/vectors/driver/RecordJson.h"
 
 #include <algorithm>
 #include <array>

@@ -2,7 +2,7 @@
 // everything that can be observed has to be as the file says, also what the operation was to leave alone.
 #pragma once
 
-#include "Case.h"
+#include "tests/vectors/driver/Case.h"
 
 #include "Models/AppModel/AppModel.h"
 #include "Platform/Simulated/SimulatedDesktop.h"

@@ -1,7 +1,7 @@
 // The operations of scenarios. One that is missing here makes its cases count as skipped.
-#include "DesktopJson.h"
-#include "RecordJson.h"
-#include "Scenario.h"
+#include "tests/vectors/driver/DesktopJson.h"
+#include "tests/vectors/driver/RecordJson.h"
+#include "tests/vectors/driver/Scenario.h"
 
 #include <stdexcept>
 

@@ -1,7 +1,7 @@
 // What can be observed of a model, part by part.
-#include "DesktopJson.h"
-#include "RecordJson.h"
-#include "Scenario.h"
+#include "tests/vectors/driver/DesktopJson.h"
+#include "tests/vectors/driver/RecordJson.h"
+#include "tests/vectors/driver/Scenario.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // The small controls at the end of the bar: their rules, and the machines behind their popovers.
-#include "Areas.h"
-#include "Comparison.h"
-#include "RecordJson.h"
+#include "tests/vectors/driver/Areas.h"
+#include "tests/vectors/driver/Comparison.h"
+#include "tests/vectors/driver/RecordJson.h"
 
 #include "Models/Tray/Tray.h"
 #include "Platform/Simulated/VirtualLoop.h"

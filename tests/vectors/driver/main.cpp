@@ -2,7 +2,7 @@
 // The file of exceptions lists cases that this program deliberately answers otherwise, each with the reason. They count
 // as skipped while they differ; one that does not differ any more counts as failed, so that the list stays true.
 // Status 0 when nothing failed, 1 when something did, 2 when a file or the command can't be read.
-#include "Areas.h"
+#include "tests/vectors/driver/Areas.h"
 
 #include <algorithm>
 #include <cstdio>
