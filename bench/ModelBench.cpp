@@ -18,13 +18,13 @@ struct Desk {
         desktop.actions.setRecording(false);
         platform::Pid pid = 1000;
         for (std::int64_t made = 0; made < windowCount; ++pid) {
-            simulated::Process process;
+            platform::simulated::Process process;
             process.application.pid = pid;
             process.application.localizedName = "Application " + std::to_string(pid);
             process.application.bundleIdentifier = "org.example.application" + std::to_string(pid);
-            std::vector<simulated::Window> windows;
+            std::vector<platform::simulated::Window> windows;
             for (int i = 0; i < windowsPerApplication && made < windowCount; ++i, ++made) {
-                simulated::Window window;
+                platform::simulated::Window window;
                 window.hash = static_cast<std::uint64_t>(0x1000000 + made);
                 window.title = "Document " + std::to_string(made) + " - Application " + std::to_string(pid);
                 windows.push_back(std::move(window));
@@ -46,7 +46,7 @@ struct Desk {
         }
     }
 
-    simulated::SimulatedDesktop desktop;
+    platform::simulated::SimulatedDesktop desktop;
     platform::Platform platform;
     AppModel model;
 };

@@ -21,12 +21,12 @@ struct Bar {
     explicit Bar(std::int64_t windowCount) : platform(desktop.platform()), model(platform)
     {
         desktop.actions.setRecording(false);
-        simulated::Process process;
+        platform::simulated::Process process;
         process.application.pid = 1000;
         process.application.localizedName = "Editor";
-        std::vector<simulated::Window> windows;
+        std::vector<platform::simulated::Window> windows;
         for (std::int64_t i = 0; i < windowCount; ++i) {
-            simulated::Window window;
+            platform::simulated::Window window;
             window.hash = static_cast<std::uint64_t>(0x1000000 + i);
             window.title = "Document " + std::to_string(i);
             windows.push_back(std::move(window));
@@ -50,7 +50,7 @@ struct Bar {
         model.refresh();
     }
 
-    simulated::SimulatedDesktop desktop;
+    platform::simulated::SimulatedDesktop desktop;
     platform::Platform platform;
     AppModel model;
     ViewServices services;
@@ -102,7 +102,7 @@ BENCHMARK(NewTitleToPixels)->Apply(sizes);
 void WindowMoreAndLessToPixels(benchmark::State &state)
 {
     Bar bar(state.range(0));
-    simulated::Window window;
+    platform::simulated::Window window;
     window.hash = 0x2000000;
     window.title = "A window more";
     bool open = false;

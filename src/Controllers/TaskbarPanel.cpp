@@ -44,7 +44,7 @@ void TaskbarPanel::setPanelHeight(double newHeight)
 void TaskbarPanel::applyGeometry()
 {
     const int whole = static_cast<int>(std::lround(currentHeight));
-    const int pixels = std::clamp(content->shownHeight(), std::min(whole, metrics::barHeight), whole);
+    const int pixels = std::clamp(content->shownHeight(), std::min(whole, Metrics::barHeight), whole);
     setGeometry(screenRectangle.x(), screenRectangle.y() + screenRectangle.height() - pixels, screenRectangle.width(),
                 pixels);
 }

@@ -168,7 +168,7 @@ void TaskbarPanelController::animateHeight(double height, TaskbarPanel &panel)
     std::erase_if(animations, [&](const HeightAnimation &one) { return one.panel == &panel; });
     animations.push_back({&panel, panel.panelHeight(), height, platform.loop.monotonicNow()});
     if (!animationTimer)
-        animationTimer = platform.loop.repeat(platform::Seconds(metrics::animationFrameSeconds), platform::Seconds(0),
+        animationTimer = platform.loop.repeat(platform::Seconds(Metrics::animationFrameSeconds), platform::Seconds(0),
                                               [this] { animationFrame(); });
 }
 
@@ -176,7 +176,7 @@ void TaskbarPanelController::animationFrame()
 {
     const auto now = platform.loop.monotonicNow();
     std::erase_if(animations, [&](const HeightAnimation &one) {
-        const double time = (now - one.began).count() / metrics::heightAnimationSeconds;
+        const double time = (now - one.began).count() / Metrics::heightAnimationSeconds;
         // The end is set as it is, not as the curve rounds it.
         one.panel->setPanelHeight(time >= 1 ? one.to : one.from + (one.to - one.from) * easeOut(time));
         return time >= 1;

@@ -9,7 +9,7 @@
 namespace korvane {
 namespace {
 
-using simulated::SimulatedDesktop;
+using platform::simulated::SimulatedDesktop;
 using testing::V;
 
 // A start menu that only notes what is asked of it.
@@ -161,7 +161,7 @@ TEST_F(Delegate, OpeningTheSettingsFadesTheMenu)
 
 TEST(LoginItem, ASecondStartSaysNothing)
 {
-    simulated::SimulatedLoginItem item;
+    platform::simulated::SimulatedLoginItem item;
     std::ostringstream output;
     enrolAsLoginItem(item, output);
     EXPECT_EQ(output.str(), "Launch at login enabled.\n");
@@ -172,7 +172,7 @@ TEST(LoginItem, ASecondStartSaysNothing)
 
 TEST(LoginItem, AFailureIsSaidAndTheProgramGoesOn)
 {
-    simulated::SimulatedLoginItem item;
+    platform::simulated::SimulatedLoginItem item;
     item.setError("no room");
     std::ostringstream output;
     enrolAsLoginItem(item, output);

@@ -11,7 +11,7 @@ class Crowd : public ::testing::Test {
 protected:
     void advance(double seconds) { loop.advance(platform::Seconds(seconds)); }
 
-    simulated::VirtualLoop loop;
+    platform::simulated::VirtualLoop loop;
     int releases = 0;
     MemoryRelease memory{loop, [this] { ++releases; }};
 };

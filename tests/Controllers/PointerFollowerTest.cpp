@@ -20,7 +20,7 @@ protected:
         desktop.loop.runPosted();
     }
 
-    simulated::SimulatedDesktop desktop;
+    platform::simulated::SimulatedDesktop desktop;
     platform::Platform platform = desktop.platform();
     std::vector<double> told;
     PointerFollower follower{platform, [this](platform::Point place) { told.push_back(place.x); }};

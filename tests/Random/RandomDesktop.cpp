@@ -64,10 +64,10 @@ std::optional<std::uint64_t> RandomDesktop::windowOf(Pid pid, std::uint8_t numbe
 
 void RandomDesktop::setBadges(std::uint8_t number)
 {
-    simulated::DockItem root;
+    platform::simulated::DockItem root;
     root.children.emplace();
     for (const auto &running : desktop.applications.running()) {
-        simulated::DockItem item;
+        platform::simulated::DockItem item;
         item.title = running.localizedName;
         item.subrole = "AXApplicationDockItem";
         item.statusLabel = (number >> (running.pid % 8)) & 1 ? "1" : "";
@@ -80,16 +80,16 @@ void RandomDesktop::playOnDesktop(const Operation &operation)
 {
     auto &applications = desktop.applications;
     if (operation.act == Act::launchApplication && applications.running().size() < 6) {
-        simulated::Process process;
+        platform::simulated::Process process;
         process.application.pid = nextPid++;
         // Few names, so that processes share one, and one of them without a bundle.
         const std::string name(1, static_cast<char>('A' + operation.first % 4));
         process.application.localizedName = name;
         if (operation.first % 4 != 3)
             process.application.bundleIdentifier = operation.first % 4 == 2 ? "com.apple.Safari" : "org." + name;
-        std::vector<simulated::Window> windows;
+        std::vector<platform::simulated::Window> windows;
         for (int i = 0; i < operation.second % 4; ++i) {
-            simulated::Window window;
+            platform::simulated::Window window;
             window.hash = nextHash++;
             window.title = name + std::to_string(i);
             windows.push_back(std::move(window));
@@ -114,7 +114,7 @@ void RandomDesktop::playOnDesktop(const Operation &operation)
         applications.remove(*pid);
         break;
     case Act::openWindow: {
-        simulated::Window window;
+        platform::simulated::Window window;
         window.hash = nextHash++;
         window.title = "New";
         applications.openWindow(*pid, std::move(window));
@@ -256,7 +256,7 @@ void RandomDesktop::playByUser(const Operation &operation)
     case Act::colorTask:
         model->setLiveTabColorName(operation.second % 3 == 0 ? std::nullopt : std::optional<std::string>("Red"),
                                    operation.second % 2 == 0 ? item->id
-                                                             : identifiers::automaticGroup(item->processIdentifier));
+                                                             : Identifiers::automaticGroup(item->processIdentifier));
         break;
     case Act::setDefaultColor:
         if (item->bundleIdentifier)
@@ -345,10 +345,10 @@ std::optional<std::string> RandomDesktop::memoriesAreOfLiveWindows()
     const auto ids = idsOf(model->runningApps());
     std::set<std::string> valid(ids.begin(), ids.end());
     for (const RunningAppItem &item : model->runningApps()) {
-        valid.insert(identifiers::automaticGroup(item.processIdentifier));
+        valid.insert(Identifiers::automaticGroup(item.processIdentifier));
         if (const auto member = model->settings().customGroupMembers.find(item.id);
             member != model->settings().customGroupMembers.end())
-            valid.insert(identifiers::customGroup(member->second));
+            valid.insert(Identifiers::customGroup(member->second));
     }
     for (const auto &[id, color] : model->liveTabColors())
         if (!valid.contains(id))

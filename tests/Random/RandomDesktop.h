@@ -35,7 +35,7 @@ private:
     std::optional<std::string> nothingIsPublishedTwice();
     std::optional<std::string> whatWasSavedLoadsTheSame();
 
-    simulated::SimulatedDesktop desktop;
+    platform::simulated::SimulatedDesktop desktop;
     platform::Platform platform;
     std::unique_ptr<AppModel> model;
     platform::Pid nextPid = 100;

@@ -20,7 +20,7 @@ using testing::SampleClient;
 class ModelOnX11 : public X11Test, public ::testing::WithParamInterface<const char *> {
 protected:
     ModelOnX11()
-        : simulatedApplications(simulated::Behaviour::passive, virtualLoop, actions),
+        : simulatedApplications(platform::simulated::Behaviour::passive, virtualLoop, actions),
           launching(simulatedApplications, actions), audio(virtualLoop), dialogs(actions)
     {}
 
@@ -63,18 +63,18 @@ protected:
     }
     bool isMinimized(SampleClient &client, int window) { return minimized(client.pid(), client.identifier(window)); }
 
-    simulated::VirtualLoop virtualLoop;
-    simulated::ActionLog actions;
-    simulated::SimulatedApplications simulatedApplications;
-    simulated::SimulatedLoginItem loginItem;
+    platform::simulated::VirtualLoop virtualLoop;
+    platform::simulated::ActionLog actions;
+    platform::simulated::SimulatedApplications simulatedApplications;
+    platform::simulated::SimulatedLoginItem loginItem;
     platform::TemporaryDirectory directory;
     platform::PropertyListDefaults defaults{loop, directory.path() / "defaults.plist"};
-    simulated::SimulatedLaunching launching;
+    platform::simulated::SimulatedLaunching launching;
     platform::IcuText text;
-    simulated::SimulatedIcons icons;
-    simulated::SimulatedAudio audio;
-    simulated::SimulatedBrightness brightness;
-    simulated::SimulatedDialogs dialogs;
+    platform::simulated::SimulatedIcons icons;
+    platform::simulated::SimulatedAudio audio;
+    platform::simulated::SimulatedBrightness brightness;
+    platform::simulated::SimulatedDialogs dialogs;
     std::unique_ptr<platform::Platform> whole;
     std::unique_ptr<AppModel> model;
 };

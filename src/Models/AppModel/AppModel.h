@@ -33,7 +33,7 @@ public:
     using UuidSource = std::function<std::string()>;
 
     // Reads the settings; touches no window before start().
-    explicit AppModel(platform::Platform &platform, UuidSource makeUuid = identifiers::makeUuid);
+    explicit AppModel(platform::Platform &platform, UuidSource makeUuid = Identifiers::makeUuid);
     AppModel(const AppModel &) = delete;
     AppModel &operator=(const AppModel &) = delete;
     ~AppModel();

@@ -192,7 +192,7 @@ void AppModel::setTaskPosition(const std::string &id, bool first)
     if (windows.empty())
         return;
     std::optional<std::string> anchor;
-    if (!id.starts_with(identifiers::groupDragPrefix)) {
+    if (!id.starts_with(Identifiers::groupDragPrefix)) {
         anchor = replacementAnchor(id);
         ungroup(windows);
     }
@@ -210,7 +210,7 @@ void AppModel::dropTaskOnRow(const std::string &id, const std::string &adjacentT
     const auto windows = windowsForDragID(id);
     if (windows.empty())
         return;
-    if (id.starts_with(identifiers::groupDragPrefix)) {
+    if (id.starts_with(Identifiers::groupDragPrefix)) {
         std::vector<std::string> ids;
         for (const RunningAppItem &window : windows)
             ids.push_back(window.id);

@@ -53,7 +53,7 @@ std::optional<RunningAppItem> AppModel::settingsTaskItem() const
     if (!settingsVisible && trusted)
         return std::nullopt;
     RunningAppItem item;
-    item.id = identifiers::settingsTask;
+    item.id = Identifiers::settingsTask;
     item.processIdentifier = platform.applications.self();
     item.name = trusted ? "Korvane Settings" : "⚠️ Korvane Settings";
     item.appName = "Korvane";

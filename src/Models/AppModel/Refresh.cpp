@@ -142,7 +142,7 @@ void AppModel::readAccessibleWindows(Reading &reading)
         if (hasBadge && reading.attention) {
             const AppMetadata &metadata = appMetadata(*application);
             reading.attention->push_back(
-                {identifiers::applicationMemoryKey(application->bundleIdentifier, application->pid), application->pid,
+                {Identifiers::applicationMemoryKey(application->bundleIdentifier, application->pid), application->pid,
                  metadata.name, metadata.icon, metadata.bundleIdentifier});
         }
     }
@@ -238,10 +238,10 @@ void AppModel::pruneColors(const std::vector<RunningAppItem> &sorted)
     std::unordered_set<std::string> valid;
     for (const RunningAppItem &item : sorted) {
         valid.insert(item.id);
-        valid.insert(identifiers::automaticGroup(item.processIdentifier));
+        valid.insert(Identifiers::automaticGroup(item.processIdentifier));
         const auto member = settings().customGroupMembers.find(item.id);
         if (member != settings().customGroupMembers.end())
-            valid.insert(identifiers::customGroup(member->second));
+            valid.insert(Identifiers::customGroup(member->second));
     }
     const auto removed = std::erase_if(liveColors, [&](const auto &color) { return !valid.contains(color.first); });
     std::erase_if(manualColorIDs, [&](const std::string &id) { return !valid.contains(id); });

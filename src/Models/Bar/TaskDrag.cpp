@@ -133,7 +133,7 @@ CustomGroupDropDelegate::CustomGroupDropDelegate(TaskDragState &dragState, const
 
 bool CustomGroupDropDelegate::isItself(const std::string &draggedID) const
 {
-    return draggedID == identifiers::groupDrag(targetID);
+    return draggedID == Identifiers::groupDrag(targetID);
 }
 
 void CustomGroupDropDelegate::dropBefore(const std::string &draggedID)

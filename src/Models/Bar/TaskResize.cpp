@@ -52,10 +52,10 @@ void prune(Overrides &overrides, std::span<const RunningAppItem> tasks, const St
     std::set<std::string> valid;
     for (const RunningAppItem &task : tasks) {
         valid.insert(task.id);
-        valid.insert(identifiers::automaticGroup(task.processIdentifier));
+        valid.insert(Identifiers::automaticGroup(task.processIdentifier));
     }
     for (const auto &[id, key] : customGroupMembers)
-        valid.insert(identifiers::customGroup(key));
+        valid.insert(Identifiers::customGroup(key));
     if (settingsTaskID)
         valid.insert(*settingsTaskID);
     std::erase_if(overrides, [&](const auto &entry) { return !valid.contains(entry.first); });

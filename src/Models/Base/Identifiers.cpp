@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <random>
 
-namespace korvane::identifiers {
+namespace korvane::Identifiers {
 
 std::string accessibilityWindowPrefix(Pid pid)
 {
@@ -57,4 +57,4 @@ std::string makeUuid()
     return text.data();
 }
 
-}  // namespace korvane::identifiers
+}  // namespace korvane::Identifiers

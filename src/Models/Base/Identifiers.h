@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-namespace korvane::identifiers {
+namespace korvane::Identifiers {
 
 inline constexpr std::string_view settingsTask = "korvane-settings";
 inline constexpr std::string_view customGroupPrefix = "custom:";
@@ -38,4 +38,4 @@ inline std::string applicationMemoryKey(const RunningAppItem &item)
 // A fresh identifier in the standard text form of a UUID.
 std::string makeUuid();
 
-}  // namespace korvane::identifiers
+}  // namespace korvane::Identifiers

@@ -52,13 +52,13 @@ std::optional<StringSet> read(platform::Defaults &defaults, std::string_view key
 std::optional<FavoriteList> read(platform::Defaults &defaults, std::string_view key, const FavoriteList &)
 {
     const auto data = defaults.data(key);
-    return data ? settings_json::decodeFavorites(*data) : std::nullopt;
+    return data ? SettingsJson::decodeFavorites(*data) : std::nullopt;
 }
 
 std::optional<WebLauncherList> read(platform::Defaults &defaults, std::string_view key, const WebLauncherList &)
 {
     const auto data = defaults.data(key);
-    return data ? settings_json::decodeWebLaunchers(*data) : std::nullopt;
+    return data ? SettingsJson::decodeWebLaunchers(*data) : std::nullopt;
 }
 
 void store(platform::Defaults &defaults, std::string_view key, bool value)
@@ -100,7 +100,7 @@ void store(platform::Defaults &defaults, std::string_view key, const StringSet &
 template <typename Record>
 void store(platform::Defaults &defaults, std::string_view key, const std::vector<Record> &value)
 {
-    if (const auto data = settings_json::encode(value))
+    if (const auto data = SettingsJson::encode(value))
         defaults.setData(key, *data);
 }
 

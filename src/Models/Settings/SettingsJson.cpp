@@ -2,7 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
-namespace korvane::settings_json {
+namespace korvane::SettingsJson {
 namespace {
 
 using Json = nlohmann::ordered_json;
@@ -96,4 +96,4 @@ std::optional<WebLauncherList> decodeWebLaunchers(std::span<const std::uint8_t> 
     });
 }
 
-}  // namespace korvane::settings_json
+}  // namespace korvane::SettingsJson

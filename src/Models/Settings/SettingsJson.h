@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace korvane::settings_json {
+namespace korvane::SettingsJson {
 
 using Bytes = std::vector<std::uint8_t>;
 
@@ -20,4 +20,4 @@ std::optional<Bytes> encode(const WebLauncherList &launchers);
 std::optional<FavoriteList> decodeFavorites(std::span<const std::uint8_t> data);
 std::optional<WebLauncherList> decodeWebLaunchers(std::span<const std::uint8_t> data);
 
-}  // namespace korvane::settings_json
+}  // namespace korvane::SettingsJson

@@ -34,7 +34,7 @@ TaskbarEntry customGroupEntry(const std::string &key, std::vector<RunningAppItem
                               const SettingsValues &settings)
 {
     RunningAppGroup group;
-    group.id = identifiers::customGroup(key);
+    group.id = Identifiers::customGroup(key);
     const auto name = settings.customGroupNames.find(key);
     group.appName = name != settings.customGroupNames.end() ? name->second : std::string(newGroupName);
     group.icon = members.front().icon;
@@ -48,7 +48,7 @@ TaskbarEntry customGroupEntry(const std::string &key, std::vector<RunningAppItem
 RunningAppGroup automaticGroupOf(const RunningAppItem &first)
 {
     RunningAppGroup group;
-    group.id = identifiers::automaticGroup(first.processIdentifier);
+    group.id = Identifiers::automaticGroup(first.processIdentifier);
     group.appName = first.appName;
     group.icon = first.icon;
     return group;
@@ -129,7 +129,7 @@ bool groupAll(std::string_view groupingMode, int capacity, std::size_t windowCou
 
 std::string_view customGroupKey(std::string_view groupID)
 {
-    return groupID.starts_with(identifiers::customGroupPrefix) ? groupID.substr(identifiers::customGroupPrefix.size())
+    return groupID.starts_with(Identifiers::customGroupPrefix) ? groupID.substr(Identifiers::customGroupPrefix.size())
                                                                : std::string_view();
 }
 

@@ -80,7 +80,7 @@ Menu transparencyMenu(const std::function<void(double)> &set)
 
 TaskOffers taskOffers(const RunningAppItem &task, const SettingsValues &settings)
 {
-    const bool isSettings = task.id == identifiers::settingsTask;
+    const bool isSettings = task.id == Identifiers::settingsTask;
     TaskOffers offers;
     offers.position = !isSettings;
     offers.newGroup = !isSettings && settings.groupingMode != "never";

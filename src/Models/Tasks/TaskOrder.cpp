@@ -55,11 +55,11 @@ Dragged membersOf(std::string_view groupKey, Items items, const SettingsValues &
 
 Dragged windowsOfGroup(std::string_view groupID, Items items, const SettingsValues &settings)
 {
-    if (groupID.starts_with(identifiers::customGroupPrefix))
-        return membersOf(groupID.substr(identifiers::customGroupPrefix.size()), items, settings);
-    if (!groupID.starts_with(identifiers::automaticGroupPrefix))
+    if (groupID.starts_with(Identifiers::customGroupPrefix))
+        return membersOf(groupID.substr(Identifiers::customGroupPrefix.size()), items, settings);
+    if (!groupID.starts_with(Identifiers::automaticGroupPrefix))
         return {};
-    const auto digits = groupID.substr(identifiers::automaticGroupPrefix.size());
+    const auto digits = groupID.substr(Identifiers::automaticGroupPrefix.size());
     Pid pid = 0;
     const auto *const end = digits.data() + digits.size();
     const auto [stop, error] = std::from_chars(digits.data(), end, pid);
@@ -110,17 +110,17 @@ void sort(std::vector<const RunningAppItem *> &items, const OrderIndex &order, c
 
 Dragged windowsForDragID(std::string_view id, Items items, const SettingsValues &settings)
 {
-    if (id.starts_with(identifiers::groupDragPrefix))
-        return windowsOfGroup(id.substr(identifiers::groupDragPrefix.size()), items, settings);
-    if (id.starts_with(identifiers::groupWindowDragPrefix))
-        id.remove_prefix(identifiers::groupWindowDragPrefix.size());
+    if (id.starts_with(Identifiers::groupDragPrefix))
+        return windowsOfGroup(id.substr(Identifiers::groupDragPrefix.size()), items, settings);
+    if (id.starts_with(Identifiers::groupWindowDragPrefix))
+        id.remove_prefix(Identifiers::groupWindowDragPrefix.size());
     return select(items, [&](const RunningAppItem &item) { return item.id == id; });
 }
 
 std::optional<std::string> replacementAnchor(std::string_view dragID, const Dragged &dragged, Items items,
                                              const SettingsValues &settings)
 {
-    if (!dragID.starts_with(identifiers::groupWindowDragPrefix) || dragged.empty())
+    if (!dragID.starts_with(Identifiers::groupWindowDragPrefix) || dragged.empty())
         return std::nullopt;
     const RunningAppItem &first = *dragged.front();
     const auto member = settings.customGroupMembers.find(first.id);

@@ -45,7 +45,7 @@ std::optional<std::string> WindowDiscovery::axIdentifier(const Element &window) 
 
 std::string WindowDiscovery::stableWindowIdentifier(const Element &window) const
 {
-    return identifiers::stableWindow(axIdentifier(window), platform.accessibility.hash(window));
+    return Identifiers::stableWindow(axIdentifier(window), platform.accessibility.hash(window));
 }
 
 bool WindowDiscovery::isMinimized(const Element &window) const
@@ -58,7 +58,7 @@ Element WindowDiscovery::resolveWindow(const RunningAppItem &item) const
     const auto elements = windows(item.processIdentifier);
     if (!elements || elements->empty())
         return nullptr;
-    const std::string prefix = identifiers::accessibilityWindowPrefix(item.processIdentifier);
+    const std::string prefix = Identifiers::accessibilityWindowPrefix(item.processIdentifier);
     if (item.id.starts_with(prefix)) {
         const std::string_view wanted = std::string_view(item.id).substr(prefix.size());
         for (const Element &element : *elements)
@@ -83,7 +83,7 @@ std::vector<RunningAppItem> WindowDiscovery::accessibleWindowItems(const platfor
     if (!elements)
         return {};
     const auto focused = elementAttribute<Element>(accessibility, applicationElement, "AXFocusedWindow");
-    const std::string prefix = identifiers::accessibilityWindowPrefix(application.pid);
+    const std::string prefix = Identifiers::accessibilityWindowPrefix(application.pid);
 
     std::vector<RunningAppItem> items;
     items.reserve(elements->size());
@@ -125,7 +125,7 @@ std::vector<RunningAppItem> WindowDiscovery::visibleWindowItems(const Applicatio
         item.name = window.name ? platform.text.trimmed(*window.name) : std::string();
         if (item.name.empty())
             item.name = metadata.name;
-        item.id = identifiers::windowListWindow(application.pid, *window.number);
+        item.id = Identifiers::windowListWindow(application.pid, *window.number);
         item.isActive = application.active && item.windowIndex == 0;
         item.hasNotificationBadge = badgedApps.contains(metadata.name);
         items.push_back(std::move(item));

@@ -44,7 +44,7 @@ WindowMemory::Changes WindowMemory::updatePreviousWindows(const std::vector<cons
     for (const RunningAppItem *item : items) {
         if (!item->isActive)
             continue;
-        const std::string key = identifiers::applicationMemoryKey(*item);
+        const std::string key = Identifiers::applicationMemoryKey(*item);
         const auto old = activeWindows.find(key);
         if (old == activeWindows.end())
             previous.erase(key);
@@ -63,7 +63,7 @@ bool WindowMemory::isPreviousWindow(const RunningAppItem &item) const
 {
     if (item.isActive || previousWindows.empty())
         return false;
-    const auto previous = previousWindows.find(identifiers::applicationMemoryKey(item));
+    const auto previous = previousWindows.find(Identifiers::applicationMemoryKey(item));
     return previous != previousWindows.end() && previous->second == item.id;
 }
 

@@ -8,7 +8,7 @@
 #include <variant>
 #include <vector>
 
-namespace korvane::simulated {
+namespace korvane::platform::simulated {
 
 // Nothing, a truth value, a number, a text or several texts.
 using ActionArgument = std::variant<std::monostate, bool, std::int64_t, double, std::string, std::vector<std::string>>;
@@ -38,4 +38,4 @@ private:
     bool recording = true;
 };
 
-}  // namespace korvane::simulated
+}  // namespace korvane::platform::simulated

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace korvane::simulated {
+namespace korvane::platform::simulated {
 
 void SimulatedApplications::tell(ApplicationEvent event)
 {
@@ -352,4 +352,4 @@ void SimulatedApplications::passFocusOn(Pid from)
     setActive(next->pid);
 }
 
-}  // namespace korvane::simulated
+}  // namespace korvane::platform::simulated

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace korvane::simulated {
+namespace korvane::platform::simulated {
 
 enum class Behaviour {
     passive,  // actions are noted and change nothing
@@ -40,4 +40,4 @@ struct DockItem {
     std::optional<std::vector<DockItem>> children;
 };
 
-}  // namespace korvane::simulated
+}  // namespace korvane::platform::simulated

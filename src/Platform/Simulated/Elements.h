@@ -6,7 +6,7 @@
 #include <memory>
 #include <utility>
 
-namespace korvane::simulated {
+namespace korvane::platform::simulated {
 
 class ElementNode : public platform::ElementBase {
 public:
@@ -62,4 +62,4 @@ public:
     std::optional<std::vector<platform::Element>> children;
 };
 
-}  // namespace korvane::simulated
+}  // namespace korvane::platform::simulated

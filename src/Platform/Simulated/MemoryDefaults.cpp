@@ -1,6 +1,6 @@
 #include "Platform/Simulated/MemoryDefaults.h"
 
-namespace korvane::simulated {
+namespace korvane::platform::simulated {
 
 template <typename T> std::optional<T> MemoryDefaults::read(std::string_view key) const
 {
@@ -78,4 +78,4 @@ void MemoryDefaults::removeAll()
     values.clear();
 }
 
-}  // namespace korvane::simulated
+}  // namespace korvane::platform::simulated

@@ -10,7 +10,7 @@
 #include <variant>
 #include <vector>
 
-namespace korvane::simulated {
+namespace korvane::platform::simulated {
 
 // A list or a dictionary that holds something else than text: present, and absent to every reader.
 struct UnreadableValue {
@@ -64,4 +64,4 @@ private:
     int synchronizations = 0;
 };
 
-}  // namespace korvane::simulated
+}  // namespace korvane::platform::simulated

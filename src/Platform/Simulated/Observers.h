@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-namespace korvane::simulated {
+namespace korvane::platform::simulated {
 
 template <typename... Arguments> class Observers {
     struct Slot {
@@ -58,4 +58,4 @@ private:
     std::shared_ptr<Slots> slots = std::make_shared<Slots>();
 };
 
-}  // namespace korvane::simulated
+}  // namespace korvane::platform::simulated

@@ -2,7 +2,7 @@
 
 #include "Platform/Simulated/Elements.h"
 
-namespace korvane::simulated {
+namespace korvane::platform::simulated {
 
 using platform::AxStatus;
 using platform::Element;
@@ -241,4 +241,4 @@ std::optional<std::uint64_t> SimulatedAccessibility::revision(platform::Pid pid)
     return tellsRevisions && granted && process ? std::optional(process->revision) : std::nullopt;
 }
 
-}  // namespace korvane::simulated
+}  // namespace korvane::platform::simulated

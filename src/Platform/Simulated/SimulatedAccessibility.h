@@ -4,7 +4,7 @@
 #include "Platform/Simulated/SimulatedApplications.h"
 #include "Ports/Accessibility.h"
 
-namespace korvane::simulated {
+namespace korvane::platform::simulated {
 
 class SimulatedAccessibility final : public platform::Accessibility {
 public:
@@ -49,4 +49,4 @@ private:
     std::uint64_t reads = 0;
 };
 
-}  // namespace korvane::simulated
+}  // namespace korvane::platform::simulated

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace korvane::simulated {
+namespace korvane::platform::simulated {
 namespace {
 
 constexpr std::string_view dockIdentifier = "com.apple.dock";
@@ -191,4 +191,4 @@ std::vector<WindowPtr> SimulatedApplications::onScreen() const
     return visible;
 }
 
-}  // namespace korvane::simulated
+}  // namespace korvane::platform::simulated

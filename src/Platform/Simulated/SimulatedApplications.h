@@ -17,7 +17,7 @@
 #include <unordered_map>
 #include <vector>
 
-namespace korvane::simulated {
+namespace korvane::platform::simulated {
 
 class SimulatedApplications final : public platform::Applications {
 public:
@@ -151,4 +151,4 @@ private:
     std::shared_ptr<bool> alive = std::make_shared<bool>(true);  // for what is posted
 };
 
-}  // namespace korvane::simulated
+}  // namespace korvane::platform::simulated

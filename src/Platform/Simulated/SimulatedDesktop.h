@@ -15,7 +15,7 @@
 #include "Platform/Simulated/VirtualLoop.h"
 #include "Ports/Platform.h"
 
-namespace korvane::simulated {
+namespace korvane::platform::simulated {
 
 class SimulatedDesktop {
 public:
@@ -54,4 +54,4 @@ public:
     SimulatedDialogs dialogs;
 };
 
-}  // namespace korvane::simulated
+}  // namespace korvane::platform::simulated

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <functional>
 
-namespace korvane::simulated {
+namespace korvane::platform::simulated {
 
 // ---------------------------------------------------------------------------------------------------- windows
 
@@ -267,4 +267,4 @@ int SimulatedDialogs::runModal(const platform::Alert &alert, double horizontalCe
     return response;
 }
 
-}  // namespace korvane::simulated
+}  // namespace korvane::platform::simulated

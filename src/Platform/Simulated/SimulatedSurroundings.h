@@ -24,7 +24,7 @@
 #include <string>
 #include <vector>
 
-namespace korvane::simulated {
+namespace korvane::platform::simulated {
 
 class SimulatedWindowList final : public platform::WindowList {
 public:
@@ -326,4 +326,4 @@ private:
     std::vector<ColorPanel> panels;
 };
 
-}  // namespace korvane::simulated
+}  // namespace korvane::platform::simulated

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <unordered_map>
 
-namespace korvane::simulated {
+namespace korvane::platform::simulated {
 namespace {
 
 constexpr double ticksPerSecond = 1e6;
@@ -148,4 +148,4 @@ bool VirtualLoop::runUntil(const std::function<bool()> &condition, Seconds limit
     }
 }
 
-}  // namespace korvane::simulated
+}  // namespace korvane::platform::simulated

@@ -12,7 +12,7 @@
 #include <memory>
 #include <utility>
 
-namespace korvane::simulated {
+namespace korvane::platform::simulated {
 
 class VirtualLoop final : public platform::MainLoop {
 public:
@@ -73,4 +73,4 @@ private:
     bool hasTerminated = false, tellsOfTheClock = true;
 };
 
-}  // namespace korvane::simulated
+}  // namespace korvane::platform::simulated

@@ -9,7 +9,7 @@
 namespace korvane {
 namespace {
 
-constexpr QSize smallButton(metrics::trayButtonWidth, metrics::smallButtonHeight);
+constexpr QSize smallButton(Metrics::trayButtonWidth, Metrics::smallButtonHeight);
 
 void place(QWidget &widget, const QRect &rectangle)
 {
@@ -26,13 +26,13 @@ MainRowView::MainRowView(QWidget *parent)
     tabs->setAccessibleName(QStringLiteral("Tasks"));
     closeAllButton->setLook({.symbol = {},
                              .text = QStringLiteral("❌"),
-                             .size = metrics::closeAllSize,
-                             .opacity = metrics::closeAllOpacity});
+                             .size = Metrics::closeAllSize,
+                             .opacity = Metrics::closeAllOpacity});
     closeAllButton->setTip(QStringLiteral("Close All Windows"));
     hideAllButton->setLook({.symbol = QStringLiteral("arrow.down"),
                             .text = {},
-                            .size = metrics::hideAllSize,
-                            .opacity = metrics::hideAllOpacity});
+                            .size = Metrics::hideAllSize,
+                            .opacity = Metrics::hideAllOpacity});
     hideAllButton->setTip(QStringLiteral("Hide All Visible Windows"));
     arrowButton->hide();
 }
@@ -63,7 +63,7 @@ void MainRowView::paintEvent(QPaintEvent *)
     QPainter painter(this);
     paintTaskbarBackground(painter, rect(), look.opacity, look.translucent);
     if (!divider.isEmpty())
-        painter.fillRect(divider, QColor::fromRgbF(1, 1, 1, static_cast<float>(metrics::dividerOpacity)));
+        painter.fillRect(divider, QColor::fromRgbF(1, 1, 1, static_cast<float>(Metrics::dividerOpacity)));
 }
 
 }  // namespace korvane

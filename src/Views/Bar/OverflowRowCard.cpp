@@ -15,9 +15,9 @@ OverflowRowCard::OverflowRowCard(bool withControls, QWidget *parent) : QWidget(p
     tabs->setAccessibleName(QStringLiteral("Tasks"));
     if (!withControls)
         return;
-    constexpr QSize size(metrics::trayButtonWidth, metrics::buttonHeight);
+    constexpr QSize size(Metrics::trayButtonWidth, Metrics::buttonHeight);
     refresh = new SymbolButton(size, this);
-    refresh->setLook({.symbol = QStringLiteral("arrow.clockwise"), .text = {}, .size = metrics::refreshSize});
+    refresh->setLook({.symbol = QStringLiteral("arrow.clockwise"), .text = {}, .size = Metrics::refreshSize});
     refresh->setTip(QStringLiteral("Refresh Tasks"));
     lock = new SymbolButton(size, this);
     setLocked(false);
@@ -29,7 +29,7 @@ void OverflowRowCard::setLocked(bool locked)
         return;
     lock->setLook({.symbol = locked ? QStringLiteral("lock.fill") : QStringLiteral("lock.open"),
                    .text = {},
-                   .size = metrics::lockSize});
+                   .size = Metrics::lockSize});
     lock->setTip(locked ? QStringLiteral("Unlock overflow return") : QStringLiteral("Lock overflow return"));
 }
 
@@ -52,7 +52,7 @@ void OverflowRowCard::arrange(const CardPlace &place, int mediaWidth)
     if (const QRect area(0, 0, std::max(0, place.buffer.left()), static_cast<int>(std::lround(rowHeight)));
         tabs->geometry() != area)
         tabs->setGeometry(area);
-    int right = place.buffer.right() + 1 - metrics::bufferTrailingPadding;
+    int right = place.buffer.right() + 1 - Metrics::bufferTrailingPadding;
     const auto take = [&](int width) {
         right -= width;
         return QRect(right, place.buffer.top(), width, place.buffer.height());
@@ -60,7 +60,7 @@ void OverflowRowCard::arrange(const CardPlace &place, int mediaWidth)
     media = mediaWidth > 0 ? take(mediaWidth) : QRect();
     for (SymbolButton *control : {lock, refresh})
         if (control)
-            if (const QRect rectangle = take(metrics::trayButtonWidth); control->geometry() != rectangle)
+            if (const QRect rectangle = take(Metrics::trayButtonWidth); control->geometry() != rectangle)
                 control->setGeometry(rectangle);
 }
 

@@ -9,7 +9,7 @@ namespace korvane {
 namespace {
 
 // Around the button: the outline's outer half, and the bar left of the edge.
-constexpr int margin = metrics::cueCapsuleShift;
+constexpr int margin = Metrics::cueCapsuleShift;
 
 }  // namespace
 
@@ -38,13 +38,13 @@ void TaskDropCue::paintEvent(QPaintEvent *)
     const QColor blue = toColor(*TabColors::storedTabColor("Blue"));
     const QRectF button = QRectF(rect()).adjusted(margin, margin, -margin, -margin);
     if (kind == Kind::into) {
-        painter.setPen(QPen(blue, metrics::cueStroke));
-        painter.drawRoundedRect(button, metrics::cueRadius, metrics::cueRadius);
+        painter.setPen(QPen(blue, Metrics::cueStroke));
+        painter.drawRoundedRect(button, Metrics::cueRadius, Metrics::cueRadius);
         return;
     }
-    const QRectF capsule(button.left() - metrics::cueCapsuleShift,
-                         button.center().y() - metrics::cueCapsuleHeight / 2.0, metrics::cueCapsuleWidth,
-                         metrics::cueCapsuleHeight);
+    const QRectF capsule(button.left() - Metrics::cueCapsuleShift,
+                         button.center().y() - Metrics::cueCapsuleHeight / 2.0, Metrics::cueCapsuleWidth,
+                         Metrics::cueCapsuleHeight);
     painter.setPen(Qt::NoPen);
     painter.setBrush(blue);
     painter.drawRoundedRect(capsule, capsule.width() / 2, capsule.width() / 2);

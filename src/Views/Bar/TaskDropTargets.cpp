@@ -19,7 +19,7 @@ std::optional<TaskDropPlace> placeOnCard(const TaskbarGeometry &geometry, const 
     if (card.tucked)
         return TaskDropPlace{Kind::tuckedRows, card.rowID, 0, card.shown, {}};
     QRect cap = card.endCap.translated(card.shown.topLeft());
-    const int margin = (metrics::endCapZoneHeight - cap.height()) / 2;
+    const int margin = (Metrics::endCapZoneHeight - cap.height()) / 2;
     cap.adjust(0, -margin, 0, margin);
     if (cap.contains(point))
         return TaskDropPlace{Kind::endCap, card.rowID, 0, cap, {}};

@@ -40,9 +40,9 @@ void TaskResizeHandle::setButton(const QRect &newButton, double newWidth)
 void TaskResizeHandle::place()
 {
     const double centre = resize.gripCentreX(button.width());
-    setGeometry(button.left() + static_cast<int>(std::lround(centre - metrics::gripHitWidth / 2.0)),
-                button.top() + static_cast<int>(std::lround(metrics::gripCentreY - metrics::gripHeight / 2.0)),
-                metrics::gripHitWidth, metrics::gripHeight);
+    setGeometry(button.left() + static_cast<int>(std::lround(centre - Metrics::gripHitWidth / 2.0)),
+                button.top() + static_cast<int>(std::lround(Metrics::gripCentreY - Metrics::gripHeight / 2.0)),
+                Metrics::gripHitWidth, Metrics::gripHeight);
 }
 
 void TaskResizeHandle::mousePressEvent(QMouseEvent *event)
@@ -72,9 +72,9 @@ void TaskResizeHandle::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor::fromRgbF(1, 1, 1, static_cast<float>(metrics::gripOpacity)));
-    const QRectF capsule((width() - metrics::gripWidth) / 2.0, 0, metrics::gripWidth, metrics::gripHeight);
-    painter.drawRoundedRect(capsule, metrics::gripWidth / 2.0, metrics::gripWidth / 2.0);
+    painter.setBrush(QColor::fromRgbF(1, 1, 1, static_cast<float>(Metrics::gripOpacity)));
+    const QRectF capsule((width() - Metrics::gripWidth) / 2.0, 0, Metrics::gripWidth, Metrics::gripHeight);
+    painter.drawRoundedRect(capsule, Metrics::gripWidth / 2.0, Metrics::gripWidth / 2.0);
 }
 
 }  // namespace korvane

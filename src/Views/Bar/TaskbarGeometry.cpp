@@ -18,31 +18,31 @@ int rounded(double length)
 QRect tabRectangle(double x, double width, double rowHeight)
 {
     const int left = rounded(x), right = rounded(x + width);
-    return {left, rounded((rowHeight - metrics::buttonHeight) / 2), right - left, metrics::buttonHeight};
+    return {left, rounded((rowHeight - Metrics::buttonHeight) / 2), right - left, Metrics::buttonHeight};
 }
 
 // From the right edge leftwards: the small buttons, the clock, the attention column, the sliders' buttons.
 void placeControls(TaskbarGeometry &geometry, bool mediaOnTaskbar)
 {
-    const int top = (metrics::barHeight - metrics::buttonHeight) / 2;
-    int right = geometry.mainRow.width() - metrics::barEndPadding;
+    const int top = (Metrics::barHeight - Metrics::buttonHeight) / 2;
+    int right = geometry.mainRow.width() - Metrics::barEndPadding;
     const auto take = [&](int width) {
         right -= width;
-        return QRect(right, top, width, metrics::buttonHeight);
+        return QRect(right, top, width, Metrics::buttonHeight);
     };
-    const QRect windowButtons = take(metrics::trayButtonWidth);
-    geometry.closeAll = {windowButtons.topLeft(), QSize(windowButtons.width(), metrics::smallButtonHeight)};
-    geometry.hideAll = geometry.closeAll.translated(0, metrics::smallButtonHeight);
-    geometry.clock = take(metrics::clockWidth);
-    const QRect column = take(metrics::trayButtonWidth);
-    geometry.attention = {column.topLeft(), QSize(column.width(), metrics::smallButtonHeight)};
-    geometry.arrow = geometry.attention.translated(0, metrics::smallButtonHeight);
+    const QRect windowButtons = take(Metrics::trayButtonWidth);
+    geometry.closeAll = {windowButtons.topLeft(), QSize(windowButtons.width(), Metrics::smallButtonHeight)};
+    geometry.hideAll = geometry.closeAll.translated(0, Metrics::smallButtonHeight);
+    geometry.clock = take(Metrics::clockWidth);
+    const QRect column = take(Metrics::trayButtonWidth);
+    geometry.attention = {column.topLeft(), QSize(column.width(), Metrics::smallButtonHeight)};
+    geometry.arrow = geometry.attention.translated(0, Metrics::smallButtonHeight);
     if (mediaOnTaskbar) {
-        right -= metrics::buttonSpacing;
-        geometry.divider = {right - 1, metrics::dividerPadding, 1,
-                            geometry.mainRow.height() - 2 * metrics::dividerPadding};
-        right -= 1 + metrics::buttonSpacing;
-        geometry.mediaControls = take(2 * metrics::trayButtonWidth);
+        right -= Metrics::buttonSpacing;
+        geometry.divider = {right - 1, Metrics::dividerPadding, 1,
+                            geometry.mainRow.height() - 2 * Metrics::dividerPadding};
+        right -= 1 + Metrics::buttonSpacing;
+        geometry.mediaControls = take(2 * Metrics::trayButtonWidth);
     }
     geometry.tabs = {0, 0, std::max(0, right), geometry.mainRow.height()};
 }
@@ -51,26 +51,26 @@ void placeMainTabs(TaskbarGeometry &geometry, const TaskbarLayout &layout)
 {
     double x = layout.quicklyLaunchRightEdge;
     for (std::size_t i = 0; i < layout.mainCount; ++i) {
-        geometry.places[i] = {mainRowID, tabRectangle(x, layout.widths[i], metrics::barHeight)};
-        x += layout.widths[i] + metrics::buttonSpacing;
+        geometry.places[i] = {mainRowID, tabRectangle(x, layout.widths[i], Metrics::barHeight)};
+        x += layout.widths[i] + Metrics::buttonSpacing;
     }
     // All the free room behind the last tab, and at least a narrow strip of it.
-    const int left = rounded(layout.mainCount > 0 ? x - metrics::buttonSpacing : x);
-    const int right = std::max(left + metrics::narrowestEndZone, geometry.tabs.right() + 1);
-    geometry.endZone = {left, (metrics::barHeight - metrics::buttonHeight) / 2, right - left, metrics::buttonHeight};
+    const int left = rounded(layout.mainCount > 0 ? x - Metrics::buttonSpacing : x);
+    const int right = std::max(left + Metrics::narrowestEndZone, geometry.tabs.right() + 1);
+    geometry.endZone = {left, (Metrics::barHeight - Metrics::buttonHeight) / 2, right - left, Metrics::buttonHeight};
 }
 
 // The first task stands at the right end.
 void placeOverflowTabs(TaskbarGeometry &geometry, const TaskbarLayout &layout, const OverflowRow &row)
 {
-    double right = metrics::cardPadding + metrics::buttonSpacing * std::max(0, row.count - 1);
+    double right = Metrics::cardPadding + Metrics::buttonSpacing * std::max(0, row.count - 1);
     for (const double width : row.widths)
         right += width;
     for (int i = 0; i < row.count; ++i) {
         const auto index = static_cast<std::size_t>(row.lower + i);
         right -= layout.widths[index];
         geometry.places[index] = {row.id, tabRectangle(right, layout.widths[index], row.height)};
-        right -= metrics::buttonSpacing;
+        right -= Metrics::buttonSpacing;
     }
 }
 
@@ -81,7 +81,7 @@ TaskbarGeometry taskbarGeometry(const TaskbarGeometryInput &input)
     const TaskbarLayout &layout = input.layout;
     const SettingsValues &settings = input.settings;
     TaskbarGeometry geometry;
-    geometry.mainRow = {0, input.viewSize.height() - metrics::barHeight, input.viewSize.width(), metrics::barHeight};
+    geometry.mainRow = {0, input.viewSize.height() - Metrics::barHeight, input.viewSize.width(), Metrics::barHeight};
     geometry.places.resize(layout.entries.size());
     placeControls(geometry, settings.mediaSliderDisplay == "Taskbar");
     placeMainTabs(geometry, layout);
@@ -109,11 +109,11 @@ TaskbarGeometry taskbarGeometry(const TaskbarGeometryInput &input)
         if (card.tucked || settings.autoHideOverflow)
             card.hoverStrip = {card.shown.left(), rounded(tuckedTop - PanelGeometry::hoverStripRoom), width,
                                rounded(settings.tuckAwayOverflowPixels + PanelGeometry::hoverStripRoom)};
-        card.endCap = {width - metrics::endCapWidth, (rowHeight - metrics::endCapHeight) / 2, metrics::endCapWidth,
-                       metrics::endCapHeight};
+        card.endCap = {width - Metrics::endCapWidth, (rowHeight - Metrics::endCapHeight) / 2, Metrics::endCapWidth,
+                       Metrics::endCapHeight};
         const int bufferWidth = rounded(row.bufferWidth);
-        card.buffer = {card.endCap.left() - bufferWidth, (rowHeight - metrics::buttonHeight) / 2, bufferWidth,
-                       metrics::buttonHeight};
+        card.buffer = {card.endCap.left() - bufferWidth, (rowHeight - Metrics::buttonHeight) / 2, bufferWidth,
+                       Metrics::buttonHeight};
         geometry.cards.push_back(card);
         placeOverflowTabs(geometry, layout, row);
     }

@@ -17,7 +17,7 @@
 
 namespace korvane {
 
-ViewServices::ViewServices() : tabText(systemFont(metrics::buttonFontSize)) {}
+ViewServices::ViewServices() : tabText(systemFont(Metrics::buttonFontSize)) {}
 
 TaskbarView::TaskbarView(AppModel &appModel, ViewServices &viewServices, platform::Platform &system, QWidget *parent)
     : QWidget(parent), model(appModel), services(viewServices), platform(system),
@@ -222,13 +222,13 @@ void TaskbarView::arrangeRows()
         cards[i]->setLook(ground);
         cards[i]->setLocked(lock.overflowReturnLocked());
         cards[i]->arrange(places.cards[i],
-                          settings.mediaSliderDisplay == "Overflow" ? 2 * metrics::trayButtonWidth : 0);
+                          settings.mediaSliderDisplay == "Overflow" ? 2 * Metrics::trayButtonWidth : 0);
     }
 
     const bool down = settings.autoHideOverflow ? hover.overflowLatchedOpen() : model.taskRowsExpanded();
     mainRow->arrow().setLook({.symbol = down ? QStringLiteral("chevron.down.bold") : QStringLiteral("chevron.up.bold"),
                               .text = {},
-                              .size = metrics::arrowSize});
+                              .size = Metrics::arrowSize});
     mainRow->arrow().setTip(settings.autoHideOverflow
                                 ? (down ? QStringLiteral("Tuck overflow") : QStringLiteral("Expand all overflow"))
                                 : (down ? QStringLiteral("Collapse tasks") : QStringLiteral("Show remaining tasks")));
@@ -277,9 +277,9 @@ void TaskbarView::arrangeControls()
     }
     QWidget *const parent = onCard ? static_cast<QWidget *>(cards.front()) : mainRow;
     const QRect room = onCard ? cards.front()->mediaPlace() : places.mediaControls;
-    const QSize size(metrics::trayButtonWidth, room.height());
+    const QSize size(Metrics::trayButtonWidth, room.height());
     put(*brightness, parent, QRect(room.topLeft(), size));
-    put(*volume, parent, QRect(room.topLeft() + QPoint(metrics::trayButtonWidth, 0), size));
+    put(*volume, parent, QRect(room.topLeft() + QPoint(Metrics::trayButtonWidth, 0), size));
     brightness->show();
     volume->show();
 }

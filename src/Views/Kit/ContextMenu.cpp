@@ -13,7 +13,7 @@ namespace {
 QString menuText(const std::string &title, const QMenu &menu)
 {
     return menu.fontMetrics()
-        .elidedText(displayText(title), Qt::ElideRight, metrics::widestMenuText)
+        .elidedText(displayText(title), Qt::ElideRight, Metrics::widestMenuText)
         .replace(u'&', QStringLiteral("&&"));
 }
 

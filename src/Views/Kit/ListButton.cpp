@@ -67,9 +67,9 @@ void ListButton::paintEvent(QPaintEvent *)
     painter.setRenderHint(QPainter::Antialiasing);
     if (isHighlighted || underMouse()) {
         painter.setPen(Qt::NoPen);
-        painter.setBrush(QColor::fromRgbF(1, 1, 1, static_cast<float>(metrics::rowFocusOpacity)));
-        painter.drawRoundedRect(QRectF(rect()).adjusted(metrics::listPadding, 0, -metrics::listPadding, 0),
-                                metrics::buttonRadius, metrics::buttonRadius);
+        painter.setBrush(QColor::fromRgbF(1, 1, 1, static_cast<float>(Metrics::rowFocusOpacity)));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(Metrics::listPadding, 0, -Metrics::listPadding, 0),
+                                Metrics::buttonRadius, Metrics::buttonRadius);
     }
     painter.setPen(Qt::white);
     paintContent(painter);

@@ -3,7 +3,7 @@
 
 #include <QColor>
 
-namespace korvane::metrics {
+namespace korvane::Metrics {
 
 // The bar
 inline constexpr int barHeight = 34;
@@ -131,4 +131,4 @@ inline constexpr double animationFrameSeconds = 1.0 / 60;
 inline constexpr int longestText = 4096;
 inline constexpr int widestMenuText = 420;
 
-}  // namespace korvane::metrics
+}  // namespace korvane::Metrics

@@ -41,9 +41,9 @@ void paintGround(QPainter &painter, const QRectF &rectangle, const QPainterPath 
     painter.setOpacity(painter.opacity() * shown);
     // Black over the material as one colour: with an opacity the layers would add up to more than it.
     QLinearGradient gradient(rectangle.topLeft(), rectangle.bottomLeft());
-    const QColor &material = translucent ? metrics::material : metrics::opaqueMaterial;
-    gradient.setColorAt(0, darkened(material, metrics::gradientTopOpacity));
-    gradient.setColorAt(1, darkened(material, metrics::gradientBottomOpacity));
+    const QColor &material = translucent ? Metrics::material : Metrics::opaqueMaterial;
+    gradient.setColorAt(0, darkened(material, Metrics::gradientTopOpacity));
+    gradient.setColorAt(1, darkened(material, Metrics::gradientBottomOpacity));
     painter.fillPath(shape, gradient);
     painter.restore();
 }
@@ -52,11 +52,11 @@ void drawEndCap(QPainter &painter, const QRectF &rectangle)
 {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(white(metrics::endCapStroke), metrics::cardStrokeWidth));
-    painter.setBrush(white(metrics::endCapFill));
-    painter.drawRoundedRect(rectangle, metrics::endCapRadius, metrics::endCapRadius);
-    painter.setPen(white(metrics::endCapTextOpacity));
-    painter.setFont(systemFont(metrics::endCapFontSize));
+    painter.setPen(QPen(white(Metrics::endCapStroke), Metrics::cardStrokeWidth));
+    painter.setBrush(white(Metrics::endCapFill));
+    painter.drawRoundedRect(rectangle, Metrics::endCapRadius, Metrics::endCapRadius);
+    painter.setPen(white(Metrics::endCapTextOpacity));
+    painter.setFont(systemFont(Metrics::endCapFontSize));
     painter.drawText(rectangle, Qt::AlignCenter, QStringLiteral("_"));
     painter.restore();
 }
@@ -64,9 +64,9 @@ void drawEndCap(QPainter &painter, const QRectF &rectangle)
 void drawCard(QPainter &painter, const QRectF &rectangle, const GroundLook &look)
 {
     // The lower corners of a rounded rectangle that reaches below the card are cut off, which leaves them square.
-    const QRectF outline = rectangle.adjusted(0, 0, 0, metrics::cardRadius);
+    const QRectF outline = rectangle.adjusted(0, 0, 0, Metrics::cardRadius);
     QPainterPath rounded;
-    rounded.addRoundedRect(outline, metrics::cardRadius, metrics::cardRadius);
+    rounded.addRoundedRect(outline, Metrics::cardRadius, Metrics::cardRadius);
     QPainterPath card;
     card.addRect(rectangle);
     card = card.intersected(rounded);
@@ -74,11 +74,11 @@ void drawCard(QPainter &painter, const QRectF &rectangle, const GroundLook &look
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     paintGround(painter, rectangle, card, look.opacity, look.translucent);
-    painter.strokePath(card, QPen(metrics::cardStroke, metrics::cardStrokeWidth));
+    painter.strokePath(card, QPen(Metrics::cardStroke, Metrics::cardStrokeWidth));
     painter.restore();
-    const QRectF cap(rectangle.right() - metrics::endCapWidth,
-                     rectangle.top() + (rectangle.height() - metrics::endCapHeight) / 2, metrics::endCapWidth,
-                     metrics::endCapHeight);
+    const QRectF cap(rectangle.right() - Metrics::endCapWidth,
+                     rectangle.top() + (rectangle.height() - Metrics::endCapHeight) / 2, Metrics::endCapWidth,
+                     Metrics::endCapHeight);
     drawEndCap(painter, cap.adjusted(0.5, 0.5, -0.5, -0.5));
 }
 
@@ -108,8 +108,8 @@ void paintTaskbarBackground(QPainter &painter, const QRectF &rectangle, double o
 void paintCard(QPainter &painter, const QRect &rectangle, const GroundLook &look)
 {
     const double ratio = painter.deviceTransform().m11();
-    constexpr int edge = metrics::endCapWidth + 2, middle = 2;
-    static_assert(edge > metrics::cardRadius);
+    constexpr int edge = Metrics::endCapWidth + 2, middle = 2;
+    static_assert(edge > Metrics::cardRadius);
     if (ratio != std::floor(ratio) || rectangle.width() < 2 * edge + middle) {
         drawCard(painter, rectangle, look);
         return;
@@ -215,7 +215,7 @@ void paintIcon(QPainter &painter, const QRectF &square, const platform::ImagePtr
                IconPixmaps &icons)
 {
     if (!glyph.empty()) {
-        painter.setFont(systemFont(static_cast<int>(square.width() * metrics::glyphFontScale)));
+        painter.setFont(systemFont(static_cast<int>(square.width() * Metrics::glyphFontScale)));
         painter.drawText(square, Qt::AlignCenter, displayText(glyph));
         return;
     }

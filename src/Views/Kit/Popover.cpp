@@ -23,7 +23,7 @@ Popover::Popover(platform::Platform &system, QWidget &owner)
     setAttribute(Qt::WA_TranslucentBackground);
     setAttribute(Qt::WA_AlwaysShowToolTips);
     // What the anchor draws with is not meant for its popover.
-    setFont(systemFont(metrics::popoverFontSize));
+    setFont(systemFont(Metrics::popoverFontSize));
 }
 
 // One that goes while it is open holds no bar any more.
@@ -103,10 +103,10 @@ void Popover::place()
     const QRect bounds = screen ? screen->geometry() : QRect(QPoint(), size);
     QRect place(QPoint(), size.boundedTo(bounds.size()));
     place.moveCenter(opener.center());
-    place.moveBottom(opener.top() - metrics::popoverGap - 1);
+    place.moveBottom(opener.top() - Metrics::popoverGap - 1);
     place.moveLeft(std::clamp(
-        place.left(), bounds.left() + metrics::popoverGap,
-        std::max(bounds.left() + metrics::popoverGap, bounds.right() - metrics::popoverGap - place.width() + 1)));
+        place.left(), bounds.left() + Metrics::popoverGap,
+        std::max(bounds.left() + Metrics::popoverGap, bounds.right() - Metrics::popoverGap - place.width() + 1)));
     place.moveTop(std::max(place.top(), bounds.top()));
     setGeometry(place);
     content->setGeometry(rect());
@@ -160,9 +160,9 @@ void Popover::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     QPainterPath shape;
-    shape.addRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), metrics::popoverRadius, metrics::popoverRadius);
-    painter.fillPath(shape, metrics::popoverGround);
-    painter.strokePath(shape, QPen(metrics::popoverStroke, 1));
+    shape.addRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), Metrics::popoverRadius, Metrics::popoverRadius);
+    painter.fillPath(shape, Metrics::popoverGround);
+    painter.strokePath(shape, QPen(Metrics::popoverStroke, 1));
 }
 
 }  // namespace korvane

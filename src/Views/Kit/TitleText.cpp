@@ -16,10 +16,10 @@ constexpr std::size_t rememberedTexts = 4096;
 QString displayText(std::string_view text)
 {
     // A character takes at most four bytes, so this holds the longest text that is shown.
-    const auto bytes = std::min<std::size_t>(text.size(), std::size_t{4} * metrics::longestText);
+    const auto bytes = std::min<std::size_t>(text.size(), std::size_t{4} * Metrics::longestText);
     QString shown = QString::fromUtf8(text.data(), static_cast<qsizetype>(bytes));
-    if (shown.size() > metrics::longestText) {
-        shown.truncate(metrics::longestText);
+    if (shown.size() > Metrics::longestText) {
+        shown.truncate(Metrics::longestText);
         if (shown.back().isHighSurrogate())
             shown.chop(1);
     }

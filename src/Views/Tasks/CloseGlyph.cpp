@@ -4,12 +4,12 @@
 
 namespace korvane {
 
-CloseGlyph::CloseGlyph(QWidget *parent) : SymbolButton({metrics::closeGlyphSide, metrics::closeGlyphSide}, parent)
+CloseGlyph::CloseGlyph(QWidget *parent) : SymbolButton({Metrics::closeGlyphSide, Metrics::closeGlyphSide}, parent)
 {
     setLook({.symbol = QStringLiteral("xmark.bold"),
              .text = {},
-             .size = metrics::closeGlyphSize,
-             .opacity = metrics::closeGlyphOpacity});
+             .size = Metrics::closeGlyphSize,
+             .opacity = Metrics::closeGlyphOpacity});
     setTip(QStringLiteral("Close"));
 }
 

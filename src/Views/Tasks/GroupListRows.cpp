@@ -14,19 +14,19 @@ namespace {
 
 QFont listFont(bool heading = false)
 {
-    return systemFont(metrics::popoverFontSize, heading);
+    return systemFont(Metrics::popoverFontSize, heading);
 }
 
 // Left of the text and right of it, without the text itself.
-constexpr int headerSurroundings = 2 * metrics::rowPadding + metrics::headerIconSize + 2 * metrics::rowSpacing
-                                   + static_cast<int>(metrics::headerChevronSize);
-constexpr int rowSurroundings = 2 * metrics::rowPadding + metrics::rowIconSize + metrics::rowSpacing;
+constexpr int headerSurroundings = 2 * Metrics::rowPadding + Metrics::headerIconSize + 2 * Metrics::rowSpacing
+                                   + static_cast<int>(Metrics::headerChevronSize);
+constexpr int rowSurroundings = 2 * Metrics::rowPadding + Metrics::rowIconSize + Metrics::rowSpacing;
 
 int widthFor(const QString &text, const QFont &font, int surroundings)
 {
     const double wanted = QFontMetricsF(font).horizontalAdvance(text);
-    return std::max(metrics::listWidth,
-                    surroundings + static_cast<int>(std::ceil(std::min<double>(wanted, metrics::widestListText))));
+    return std::max(Metrics::listWidth,
+                    surroundings + static_cast<int>(std::ceil(std::min<double>(wanted, Metrics::widestListText))));
 }
 
 void drawTitle(QPainter &painter, const QRect &place, const QString &text, const QFont &font)
@@ -43,7 +43,7 @@ QPalette fieldPalette()
     palette.setColor(QPalette::Base, Qt::transparent);
     palette.setColor(QPalette::Text, Qt::white);
     palette.setColor(QPalette::PlaceholderText,
-                     QColor::fromRgbF(1, 1, 1, static_cast<float>(metrics::secondaryOpacity)));
+                     QColor::fromRgbF(1, 1, 1, static_cast<float>(Metrics::secondaryOpacity)));
     return palette;
 }
 
@@ -84,20 +84,20 @@ void GroupListHeader::setGroup(const RunningAppGroup &newGroup)
 
 QSize GroupListHeader::sizeHint() const
 {
-    return {widthFor(title, listFont(true), headerSurroundings), metrics::headerTopPadding + metrics::headerIconSize};
+    return {widthFor(title, listFont(true), headerSurroundings), Metrics::headerTopPadding + Metrics::headerIconSize};
 }
 
 QRect GroupListHeader::textRectangle() const
 {
-    const int left = metrics::rowPadding + metrics::headerIconSize + metrics::rowSpacing;
-    return {left, metrics::headerTopPadding, width() - headerSurroundings, metrics::headerIconSize};
+    const int left = Metrics::rowPadding + Metrics::headerIconSize + Metrics::rowSpacing;
+    return {left, Metrics::headerTopPadding, width() - headerSurroundings, Metrics::headerIconSize};
 }
 
 void GroupListHeader::resizeEvent(QResizeEvent *event)
 {
     ListButton::resizeEvent(event);
     if (field)
-        field->setGeometry(textRectangle().adjusted(-metrics::fieldTextMargin, 0, 0, 0));
+        field->setGeometry(textRectangle().adjusted(-Metrics::fieldTextMargin, 0, 0, 0));
 }
 
 Menu GroupListHeader::contextMenu() const
@@ -108,16 +108,16 @@ Menu GroupListHeader::contextMenu() const
 void GroupListHeader::paintContent(QPainter &painter)
 {
     paintIcon(painter,
-              {static_cast<double>(metrics::rowPadding), static_cast<double>(metrics::headerTopPadding),
-               static_cast<double>(metrics::headerIconSize), static_cast<double>(metrics::headerIconSize)},
+              {static_cast<double>(Metrics::rowPadding), static_cast<double>(Metrics::headerTopPadding),
+               static_cast<double>(Metrics::headerIconSize), static_cast<double>(Metrics::headerIconSize)},
               group.icon, group.customIconGlyph.value_or(""), host.services.icons);
     if (!field)
         drawTitle(painter, textRectangle(), title, listFont(true));
-    painter.setOpacity(metrics::secondaryOpacity);
+    painter.setOpacity(Metrics::secondaryOpacity);
     painter.drawPixmap(
-        QPointF(width() - metrics::rowPadding - metrics::headerChevronSize,
-                metrics::headerTopPadding + (metrics::headerIconSize - metrics::headerChevronSize) / 2),
-        symbolPixmap(QStringLiteral("chevron.up.bold"), metrics::headerChevronSize, devicePixelRatioF()));
+        QPointF(width() - Metrics::rowPadding - Metrics::headerChevronSize,
+                Metrics::headerTopPadding + (Metrics::headerIconSize - Metrics::headerChevronSize) / 2),
+        symbolPixmap(QStringLiteral("chevron.up.bold"), Metrics::headerChevronSize, devicePixelRatioF()));
 }
 
 // ---------------------------------------------------------------------------------------------------- windows
@@ -155,7 +155,7 @@ void GroupWindowRow::setItem(const RunningAppItem &newItem)
 
 QSize GroupWindowRow::sizeHint() const
 {
-    return {widthFor(title, listFont(), rowSurroundings), metrics::rowHeight};
+    return {widthFor(title, listFont(), rowSurroundings), Metrics::rowHeight};
 }
 
 void GroupWindowRow::resizeEvent(QResizeEvent *event)
@@ -191,15 +191,15 @@ void GroupWindowRow::mouseMoveEvent(QMouseEvent *event)
 void GroupWindowRow::paintContent(QPainter &painter)
 {
     paintIcon(painter,
-              {static_cast<double>(metrics::rowPadding), (height() - metrics::rowIconSize) / 2.0,
-               static_cast<double>(metrics::rowIconSize), static_cast<double>(metrics::rowIconSize)},
+              {static_cast<double>(Metrics::rowPadding), (height() - Metrics::rowIconSize) / 2.0,
+               static_cast<double>(Metrics::rowIconSize), static_cast<double>(Metrics::rowIconSize)},
               look.icon, {}, host.services.icons);
-    const int left = metrics::rowPadding + metrics::rowIconSize + metrics::rowSpacing;
+    const int left = Metrics::rowPadding + Metrics::rowIconSize + Metrics::rowSpacing;
     drawTitle(painter, {left, 0, width() - rowSurroundings, height()}, title, listFont());
     if (look.strip)
         paintStrip(painter,
-                   {metrics::stripPadding, height() - metrics::stripHeight, width() - 2 * metrics::stripPadding,
-                    metrics::stripHeight},
+                   {Metrics::stripPadding, height() - Metrics::stripHeight, width() - 2 * Metrics::stripPadding,
+                    Metrics::stripHeight},
                    toColor(look.strip->color, look.strip->opacity));
     if (const auto mark = NotificationMarks::ofStyle(look.markStyle, NotificationMarks::taskbarSize))
         paintNotificationMark(painter, *mark);
@@ -215,16 +215,16 @@ HideAllRow::HideAllRow(QWidget *parent) : ListButton(parent)
 
 QSize HideAllRow::sizeHint() const
 {
-    return {widthFor(text(), listFont(), rowSurroundings), metrics::hideAllRowHeight};
+    return {widthFor(text(), listFont(), rowSurroundings), Metrics::hideAllRowHeight};
 }
 
 void HideAllRow::paintContent(QPainter &painter)
 {
-    const double size = metrics::hideAllRowSymbolSize;
-    painter.drawPixmap(QPointF(metrics::rowPadding, std::round((height() - size) / 2)),
+    const double size = Metrics::hideAllRowSymbolSize;
+    painter.drawPixmap(QPointF(Metrics::rowPadding, std::round((height() - size) / 2)),
                        symbolPixmap(QStringLiteral("arrow.down"), size, devicePixelRatioF()));
-    const int left = metrics::rowPadding + static_cast<int>(size) + metrics::rowSpacing;
-    drawTitle(painter, {left, 0, width() - left - metrics::rowPadding, height()}, text(), listFont());
+    const int left = Metrics::rowPadding + static_cast<int>(size) + Metrics::rowSpacing;
+    drawTitle(painter, {left, 0, width() - left - Metrics::rowPadding, height()}, text(), listFont());
 }
 
 }  // namespace korvane

@@ -22,10 +22,10 @@ namespace {
 QWidget *makeDivider(QWidget *parent)
 {
     auto *divider = new QWidget(parent);
-    divider->setFixedHeight(metrics::listDividerHeight);
+    divider->setFixedHeight(Metrics::listDividerHeight);
     divider->setAutoFillBackground(true);
     QPalette palette;
-    palette.setColor(QPalette::Window, QColor::fromRgbF(1, 1, 1, static_cast<float>(metrics::dividerOpacity)));
+    palette.setColor(QPalette::Window, QColor::fromRgbF(1, 1, 1, static_cast<float>(Metrics::dividerOpacity)));
     divider->setPalette(palette);
     return divider;
 }
@@ -33,7 +33,7 @@ QWidget *makeDivider(QWidget *parent)
 QVBoxLayout *makeColumn(QWidget *parent, int padding)
 {
     auto *column = new QVBoxLayout(parent);
-    column->setSpacing(metrics::listSpacing);
+    column->setSpacing(Metrics::listSpacing);
     column->setContentsMargins(0, padding, 0, padding);
     return column;
 }
@@ -42,9 +42,9 @@ QVBoxLayout *makeColumn(QWidget *parent, int padding)
 
 GroupWindowList::GroupWindowList(const TaskButtonHost &listHost, const RunningAppGroup &shown)
     : host(listHost), group(shown), header(new GroupListHeader(host, shown, this)), hideAllRow(new HideAllRow(this)),
-      rowArea(new QWidget(this)), column(makeColumn(this, metrics::listPadding)), rowColumn(makeColumn(rowArea, 0))
+      rowArea(new QWidget(this)), column(makeColumn(this, Metrics::listPadding)), rowColumn(makeColumn(rowArea, 0))
 {
-    setFont(systemFont(metrics::popoverFontSize));
+    setFont(systemFont(Metrics::popoverFontSize));
     column->addWidget(add(header));
     column->addWidget(makeDivider(this));
     column->addWidget(rowArea);
@@ -164,9 +164,9 @@ void GroupWindowList::arrangeScrolling()
         scroll->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
         scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         scroll->viewport()->setAutoFillBackground(false);
-        scroll->verticalScrollBar()->setPalette(QPalette(Qt::white, metrics::popoverControl, metrics::popoverControl,
-                                                         metrics::popoverTrack, metrics::popoverControl, Qt::white,
-                                                         Qt::white, metrics::popoverTrack, metrics::popoverTrack));
+        scroll->verticalScrollBar()->setPalette(QPalette(Qt::white, Metrics::popoverControl, Metrics::popoverControl,
+                                                         Metrics::popoverTrack, Metrics::popoverControl, Qt::white,
+                                                         Qt::white, Metrics::popoverTrack, Metrics::popoverTrack));
         delete column->replaceWidget(rowArea, scroll);  // the item it stood in, which nobody keeps
         scroll->setWidget(rowArea);
         rowArea->setAutoFillBackground(false);
@@ -180,7 +180,7 @@ void GroupWindowList::arrangeScrolling()
     }
     if (scroll) {
         const QSize all = rowColumn->totalSizeHint();
-        scroll->setFixedHeight(std::min(all.height(), metrics::listScrollHeight));
+        scroll->setFixedHeight(std::min(all.height(), Metrics::listScrollHeight));
         scroll->setMinimumWidth(all.width() + scroll->verticalScrollBar()->sizeHint().width());
     }
 }
@@ -215,7 +215,7 @@ void GroupWindowList::keysMoved(QObject *child)
     }
     focusedField = field;
     if (scroll && button && rowArea->isAncestorOf(button))
-        scroll->ensureWidgetVisible(button, 0, metrics::listSpacing);
+        scroll->ensureWidgetVisible(button, 0, Metrics::listSpacing);
 }
 
 }  // namespace korvane

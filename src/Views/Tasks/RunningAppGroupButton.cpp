@@ -41,7 +41,7 @@ Menu RunningAppGroupButton::contextMenu() const
 
 TaskButton::Drag RunningAppGroupButton::drag() const
 {
-    Drag carried{identifiers::groupDrag(group.id), {}};
+    Drag carried{Identifiers::groupDrag(group.id), {}};
     for (const RunningAppItem &item : group.windows)
         carried.windowIDs.insert(item.id);
     return carried;

@@ -19,7 +19,7 @@ TaskButton::TaskButton(const TaskButtonHost &buttonHost, QWidget *parent) : QAbs
 {
     installTaskbarAccessibility();
     setFocusPolicy(Qt::NoFocus);
-    setFont(systemFont(metrics::buttonFontSize));
+    setFont(systemFont(Metrics::buttonFontSize));
     setAttribute(Qt::WA_AlwaysShowToolTips);
 }
 
@@ -52,7 +52,7 @@ void TaskButton::setLook(TaskButtonLook newLook)
 
 QSize TaskButton::sizeHint() const
 {
-    return {metrics::buttonHeight * 4, metrics::buttonHeight};
+    return {Metrics::buttonHeight * 4, Metrics::buttonHeight};
 }
 
 // ---------------------------------------------------------------------------------------------------- input
@@ -114,10 +114,10 @@ void TaskButton::resizeEvent(QResizeEvent *event)
 
 QRectF TaskButton::textRectangle() const
 {
-    const double left = metrics::buttonPadding + metrics::buttonIconSize + metrics::iconTextSpacing;
-    double right = width() - metrics::buttonPadding;
+    const double left = Metrics::buttonPadding + Metrics::buttonIconSize + Metrics::iconTextSpacing;
+    double right = width() - Metrics::buttonPadding;
     if (look.chevron)
-        right -= metrics::iconTextSpacing + metrics::chevronSize;
+        right -= Metrics::iconTextSpacing + Metrics::chevronSize;
     return {left, 0, std::max(0.0, right - left), static_cast<double>(height())};
 }
 
@@ -144,11 +144,11 @@ const QStaticText &TaskButton::elidedText()
 void TaskButton::paintChevron(QPainter &painter, const QRectF &text)
 {
     const double ratio = devicePixelRatioF();
-    const double x = text.left() + std::min(elidedWidth, text.width()) + metrics::iconTextSpacing;
-    const double y = (height() - metrics::chevronSize) / 2;
-    painter.setOpacity(metrics::chevronOpacity);
+    const double x = text.left() + std::min(elidedWidth, text.width()) + Metrics::iconTextSpacing;
+    const double y = (height() - Metrics::chevronSize) / 2;
+    painter.setOpacity(Metrics::chevronOpacity);
     painter.drawPixmap(QPointF(std::round(x * ratio) / ratio, std::round(y * ratio) / ratio),
-                       symbolPixmap(QStringLiteral("chevron.up.bold"), metrics::chevronSize, ratio));
+                       symbolPixmap(QStringLiteral("chevron.up.bold"), Metrics::chevronSize, ratio));
     painter.setOpacity(1);
 }
 
@@ -157,13 +157,13 @@ void TaskButton::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
 
-    paintRoundedFill(painter, rect(), metrics::buttonRadius,
+    paintRoundedFill(painter, rect(), Metrics::buttonRadius,
                      toColor(look.color.value_or(Rgb{1, 1, 1}), look.fillOpacity));
 
     painter.setPen(Qt::white);
     paintIcon(painter,
-              {metrics::buttonPadding, (height() - metrics::buttonIconSize) / 2.0, metrics::buttonIconSize,
-               metrics::buttonIconSize},
+              {Metrics::buttonPadding, (height() - Metrics::buttonIconSize) / 2.0, Metrics::buttonIconSize,
+               Metrics::buttonIconSize},
               look.icon, look.glyph, host.services.icons);
 
     painter.setFont(font());
@@ -176,8 +176,8 @@ void TaskButton::paintEvent(QPaintEvent *)
         paintChevron(painter, text);
 
     if (look.strip) {
-        const double y = look.stripAtTop ? 0 : height() - metrics::stripHeight;
-        paintStrip(painter, {metrics::stripPadding, y, width() - 2 * metrics::stripPadding, metrics::stripHeight},
+        const double y = look.stripAtTop ? 0 : height() - Metrics::stripHeight;
+        paintStrip(painter, {Metrics::stripPadding, y, width() - 2 * Metrics::stripPadding, Metrics::stripHeight},
                    toColor(look.strip->color, look.strip->opacity));
     }
     if (const auto mark = NotificationMarks::ofStyle(look.markStyle, NotificationMarks::taskbarSize))

@@ -9,7 +9,7 @@ using V = SettingsValues;
 
 bool isSettings(const RunningAppItem &item)
 {
-    return item.id == identifiers::settingsTask;
+    return item.id == Identifiers::settingsTask;
 }
 
 std::set<std::string> windowIDs(const RunningAppGroup &group)
@@ -54,7 +54,7 @@ GroupMenuActions groupActions(const TaskButtonHost &host, const RunningAppGroup 
 {
     AppModel &model = host.model;
     const auto place = [&host, group](bool first) {
-        host.setTaskPosition(identifiers::groupDrag(group.id), windowIDs(group), first);
+        host.setTaskPosition(Identifiers::groupDrag(group.id), windowIDs(group), first);
     };
     GroupMenuActions actions;
     actions.setFirst = [place] { place(true); };
@@ -159,7 +159,7 @@ Menu rowMenu(const TaskButtonHost &host, const RunningAppItem &item)
 
 std::string rowDragID(const RunningAppItem &item)
 {
-    return std::string(identifiers::groupWindowDragPrefix) + item.id;
+    return std::string(Identifiers::groupWindowDragPrefix) + item.id;
 }
 
 }  // namespace korvane::TaskCommands

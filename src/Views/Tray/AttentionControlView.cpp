@@ -26,34 +26,34 @@ public:
           markStyle(std::move(style))
     {
         setAccessibleName(name);
-        setMinimumSize(metrics::attentionRowWidth, metrics::attentionRowHeight);
+        setMinimumSize(Metrics::attentionRowWidth, Metrics::attentionRowHeight);
     }
     QSize sizeHint() const override
     {
-        const int text = QFontMetrics(systemFont(metrics::popoverFontSize)).horizontalAdvance(name) + 1;
-        const int others = 2 * metrics::rowPadding + metrics::attentionIconSize + metrics::attentionRowSpacing
-                           + roomForMark(NotificationMarks::ofStyle(markStyle, metrics::attentionMarkSize));
+        const int text = QFontMetrics(systemFont(Metrics::popoverFontSize)).horizontalAdvance(name) + 1;
+        const int others = 2 * Metrics::rowPadding + Metrics::attentionIconSize + Metrics::attentionRowSpacing
+                           + roomForMark(NotificationMarks::ofStyle(markStyle, Metrics::attentionMarkSize));
         return {
-            std::clamp(others + text, metrics::attentionRowWidth, metrics::attentionRowWidth + metrics::widestListText),
-            metrics::attentionRowHeight};
+            std::clamp(others + text, Metrics::attentionRowWidth, Metrics::attentionRowWidth + Metrics::widestListText),
+            Metrics::attentionRowHeight};
     }
 
 protected:
     void paintContent(QPainter &painter) override
     {
-        const int side = metrics::attentionIconSize;
-        const QRect place(metrics::rowPadding, (height() - side) / 2, side, side);
+        const int side = Metrics::attentionIconSize;
+        const QRect place(Metrics::rowPadding, (height() - side) / 2, side, side);
         const QPixmap picture = services.icons.pixmap(item.icon, side, devicePixelRatioF());
         if (!picture.isNull())
             painter.drawPixmap(place, picture);
-        const int left = place.right() + 1 + metrics::attentionRowSpacing;
-        const auto mark = NotificationMarks::ofStyle(markStyle, metrics::attentionMarkSize);
-        const int right = width() - metrics::rowPadding - roomForMark(mark);
-        painter.setFont(systemFont(metrics::popoverFontSize));
+        const int left = place.right() + 1 + Metrics::attentionRowSpacing;
+        const auto mark = NotificationMarks::ofStyle(markStyle, Metrics::attentionMarkSize);
+        const int right = width() - Metrics::rowPadding - roomForMark(mark);
+        painter.setFont(systemFont(Metrics::popoverFontSize));
         painter.drawText(QRect(left, 0, right - left, height()), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                          painter.fontMetrics().elidedText(name, Qt::ElideRight, right - left));
         if (mark) {
-            painter.translate(width() - metrics::rowPadding - mark->boxWidth, (height() - mark->boxHeight) / 2);
+            painter.translate(width() - Metrics::rowPadding - mark->boxWidth, (height() - mark->boxHeight) / 2);
             paintNotificationMark(painter, *mark);
         }
     }
@@ -61,7 +61,7 @@ protected:
 private:
     static int roomForMark(const std::optional<NotificationMark> &mark)
     {
-        return mark ? static_cast<int>(mark->boxWidth) + metrics::attentionRowSpacing : 0;
+        return mark ? static_cast<int>(mark->boxWidth) + Metrics::attentionRowSpacing : 0;
     }
 
     ViewServices &services;
@@ -73,10 +73,10 @@ private:
 QLabel *label(const QString &text, bool heading, QWidget *parent)
 {
     auto *made = new QLabel(text, parent);
-    made->setFont(systemFont(metrics::popoverFontSize, heading));
+    made->setFont(systemFont(Metrics::popoverFontSize, heading));
     QPalette light = made->palette();
     light.setColor(QPalette::WindowText,
-                   QColor::fromRgbF(1, 1, 1, heading ? 1.0F : static_cast<float>(metrics::secondaryOpacity)));
+                   QColor::fromRgbF(1, 1, 1, heading ? 1.0F : static_cast<float>(Metrics::secondaryOpacity)));
     made->setPalette(light);
     return made;
 }
@@ -85,7 +85,7 @@ QLabel *label(const QString &text, bool heading, QWidget *parent)
 
 AttentionControlView::AttentionControlView(AppModel &appModel, ViewServices &viewServices, platform::Platform &system,
                                            bool isCompact, QWidget *parent)
-    : SymbolButton({metrics::trayButtonWidth, isCompact ? metrics::smallButtonHeight : metrics::buttonHeight}, parent),
+    : SymbolButton({Metrics::trayButtonWidth, isCompact ? Metrics::smallButtonHeight : Metrics::buttonHeight}, parent),
       model(appModel), services(viewServices), platform(system), compact(isCompact),
       hover(system.loop, restTime, [this](bool showing) { showList(showing); })
 {
@@ -131,7 +131,7 @@ void AttentionControlView::hideEvent(QHideEvent *event)
 
 void AttentionControlView::paintEvent(QPaintEvent *)
 {
-    const auto mark = NotificationMarks::ofStyle(markStyle, metrics::attentionButtonMarkSize);
+    const auto mark = NotificationMarks::ofStyle(markStyle, Metrics::attentionButtonMarkSize);
     if (!mark)
         return;
     QPainter painter(this);
@@ -154,8 +154,8 @@ void AttentionControlView::showList(bool showing)
     }
     auto *content = new QWidget;
     column = new QVBoxLayout(content);
-    column->setSpacing(metrics::listSpacing);
-    column->setContentsMargins(0, metrics::listPadding, 0, metrics::listPadding);
+    column->setSpacing(Metrics::listSpacing);
+    column->setContentsMargins(0, Metrics::listPadding, 0, Metrics::listPadding);
     fillList();
     popover->setContent(content);
     popover->open(clicked ? Popover::Keyboard::taken : Popover::Keyboard::left);
@@ -164,7 +164,7 @@ void AttentionControlView::showList(bool showing)
 void AttentionControlView::fillList()
 {
     listed = model.attentionApps();
-    column->setContentsMargins(0, metrics::listPadding, 0, metrics::listPadding * (listed.empty() ? 1 : 2));
+    column->setContentsMargins(0, Metrics::listPadding, 0, Metrics::listPadding * (listed.empty() ? 1 : 2));
     while (QLayoutItem *old = column->takeAt(0)) {
         if (old->widget())
             old->widget()->deleteLater();
@@ -172,18 +172,18 @@ void AttentionControlView::fillList()
     }
     QWidget *content = column->parentWidget();
     auto *title = label(QStringLiteral("Notifications"), true, content);
-    title->setContentsMargins(metrics::rowPadding, metrics::attentionTitleDrop, metrics::rowPadding, 0);
+    title->setContentsMargins(Metrics::rowPadding, Metrics::attentionTitleDrop, Metrics::rowPadding, 0);
     column->addWidget(title);
     auto *divider = new QFrame(content);
-    divider->setFixedHeight(metrics::listDividerHeight);
+    divider->setFixedHeight(Metrics::listDividerHeight);
     divider->setAutoFillBackground(true);
     QPalette line = divider->palette();
-    line.setColor(QPalette::Window, QColor::fromRgbF(1, 1, 1, static_cast<float>(metrics::dividerOpacity)));
+    line.setColor(QPalette::Window, QColor::fromRgbF(1, 1, 1, static_cast<float>(Metrics::dividerOpacity)));
     divider->setPalette(line);
     column->addWidget(divider);
     if (listed.empty()) {
         auto *none = label(QStringLiteral("No apps need attention"), false, content);
-        none->setContentsMargins(metrics::rowPadding, 0, metrics::rowPadding, metrics::attentionTitleDrop);
+        none->setContentsMargins(Metrics::rowPadding, 0, Metrics::rowPadding, Metrics::attentionTitleDrop);
         column->addWidget(none);
     }
     for (const AttentionAppItem &item : listed) {

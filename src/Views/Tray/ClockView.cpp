@@ -23,7 +23,7 @@ ClockLine::ClockLine(const QString &tip, QWidget *parent) : QAbstractButton(pare
 {
     setFocusPolicy(Qt::NoFocus);
     setAttribute(Qt::WA_AlwaysShowToolTips);
-    setFont(systemFont(metrics::clockFontSize));
+    setFont(systemFont(Metrics::clockFontSize));
     setToolTip(tip);
     setAccessibleDescription(tip);
 }
@@ -51,7 +51,7 @@ void ClockLine::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setPen(Qt::white);
     painter.setFont(font());
-    painter.drawText(rect().adjusted(0, metrics::clockTextDrop, 0, metrics::clockTextDrop),
+    painter.drawText(rect().adjusted(0, Metrics::clockTextDrop, 0, Metrics::clockTextDrop),
                      Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine, text());
 }
 
@@ -107,8 +107,8 @@ void ClockView::openApplication(const std::string &bundleIdentifier)
 void ClockView::resizeEvent(QResizeEvent *)
 {
     const int half = height() / 2;
-    timeLine->setGeometry(-metrics::clockShift, 0, width(), half);
-    dateLine->setGeometry(-metrics::clockShift, half, width(), height() - half);
+    timeLine->setGeometry(-Metrics::clockShift, 0, width(), half);
+    dateLine->setGeometry(-Metrics::clockShift, half, width(), height() - half);
 }
 
 }  // namespace korvane

@@ -17,7 +17,7 @@ namespace korvane {
 namespace {
 
 constexpr int sliderSteps = 1000;
-constexpr QSize buttonSize(metrics::trayButtonWidth, metrics::buttonHeight);
+constexpr QSize buttonSize(Metrics::trayButtonWidth, Metrics::buttonHeight);
 // A notch of the wheel is so many eighths of a degree.
 constexpr double notch = 120;
 
@@ -70,22 +70,22 @@ void LevelControlView::makePopover()
     popover->setName(style.tip);
     auto *content = new QWidget;
     auto *row = new QHBoxLayout(content);
-    row->setSpacing(metrics::sliderSpacing);
-    row->setContentsMargins(metrics::sliderPadding, metrics::sliderPadding, metrics::sliderPadding,
-                            metrics::sliderPadding);
+    row->setSpacing(Metrics::sliderSpacing);
+    row->setContentsMargins(Metrics::sliderPadding, Metrics::sliderPadding, Metrics::sliderPadding,
+                            Metrics::sliderPadding);
     picture = new QLabel;
-    picture->setFixedWidth(metrics::trayButtonWidth);
+    picture->setFixedWidth(Metrics::trayButtonWidth);
     picture->setAlignment(Qt::AlignCenter);
     sliderWidget = new QSlider(Qt::Horizontal);
-    sliderWidget->setFixedWidth(metrics::sliderWidth);
+    sliderWidget->setFixedWidth(Metrics::sliderWidth);
     sliderWidget->setRange(0, sliderSteps);
     sliderWidget->setSingleStep(sliderSteps / 100);
     sliderWidget->setPageStep(sliderSteps / 10);
     sliderWidget->setAccessibleName(style.tip);
     percent = new QLabel;
-    percent->setFixedWidth(metrics::percentWidth);
+    percent->setFixedWidth(Metrics::percentWidth);
     percent->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    percent->setFont(systemFont(metrics::popoverFontSize));
+    percent->setFont(systemFont(Metrics::popoverFontSize));
     QPalette light = percent->palette();
     light.setColor(QPalette::WindowText, Qt::white);
     percent->setPalette(light);
@@ -127,7 +127,7 @@ void LevelControlView::showPicture(const QString &symbol)
         return;
     pictured = symbol;
     QPixmap drawn = QPixmap::fromImage(platform::symbolImage(
-        symbol.toStdString(), static_cast<int>(std::ceil(metrics::sliderSymbolSize * ratio)), Qt::white));
+        symbol.toStdString(), static_cast<int>(std::ceil(Metrics::sliderSymbolSize * ratio)), Qt::white));
     drawn.setDevicePixelRatio(ratio);
     picture->setPixmap(drawn);
 }
@@ -138,7 +138,7 @@ BrightnessControlView::BrightnessControlView(AppModel &model, platform::Platform
                         [&system](float wanted) { return SystemBrightness::set(system.brightness, wanted); },
                         [&model] { return model.settings().brightnessScrollRate; },
                         {}},
-                       {QStringLiteral("Screen Brightness"), TrayRules::brightnessSymbol, metrics::brightnessSize, 1},
+                       {QStringLiteral("Screen Brightness"), TrayRules::brightnessSymbol, Metrics::brightnessSize, 1},
                        parent)
 {}
 
@@ -151,7 +151,7 @@ VolumeControlView::VolumeControlView(AppModel &model, platform::Platform &system
                         },
                         [&model] { return model.settings().volumeScrollRate; },
                         {}},
-                       {QStringLiteral("Volume"), TrayRules::volumeSymbol, metrics::volumeSize, metrics::volumeStretch},
+                       {QStringLiteral("Volume"), TrayRules::volumeSymbol, Metrics::volumeSize, Metrics::volumeStretch},
                        parent),
       changes(system.audio.observeChanges([this] { readSystem(); }))
 {}

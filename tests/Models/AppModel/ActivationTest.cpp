@@ -202,7 +202,7 @@ TEST_F(Permission, AResetThatFailsSaysSoAndTheProgramGoesOn)
 
 TEST_F(Permission, ResetNamesOneFixedProgramAndUninstallNamesTheRunningOne)
 {
-    simulated::Process self;
+    platform::simulated::Process self;
     self.application.pid = 500;
     self.application.bundleIdentifier = "org.other.Copy";
     desktop.applications.put(self);

@@ -15,10 +15,10 @@ protected:
         start();
         desktop.actions.take();
     }
-    void setButton(Pid pid, int index, simulated::CloseButton button)
+    void setButton(Pid pid, int index, platform::simulated::CloseButton button)
     {
         desktop.applications.changeWindow(pid, hashOf(pid, index),
-                                          [&](simulated::Window &changed) { changed.closeButton = button; });
+                                          [&](platform::simulated::Window &changed) { changed.closeButton = button; });
     }
     RunningAppGroup customGroup()
     {
@@ -41,7 +41,7 @@ TEST_F(Closing, APressThatFailsLeavesTheTaskItsOrderAndItsGroup)
 {
     model->createCustomGroup({task(idOf(1, 0))});
     model->setTaskPosition("group::" + customGroup().id, false);
-    setButton(1, 0, simulated::CloseButton::fails);
+    setButton(1, 0, platform::simulated::CloseButton::fails);
     const auto order = model->settings().taskOrder;
     const auto before = ids();
     model->closeFrontWindow(task(idOf(1, 0)));
@@ -61,7 +61,7 @@ TEST_F(Closing, TheLastMemberClosedTakesItsCustomGroupAlong)
 
 TEST_F(Closing, AGroupsWindowWithoutAButtonIsGoneForAMomentAndComesBack)
 {
-    setButton(1, 1, simulated::CloseButton::none);
+    setButton(1, 1, platform::simulated::CloseButton::none);
     model->closeWindows(groupOf(1));
     EXPECT_EQ(names(), Names{"Notes 1"});
     advance(0.2);
@@ -80,7 +80,7 @@ TEST_F(Closing, AGroupThatIsNotCustomIsNotDissolved)
 
 TEST_F(Closing, ACustomGroupWhoseWindowsRefuseIsDissolvedAllTheSame)
 {
-    setButton(1, 0, simulated::CloseButton::fails);
+    setButton(1, 0, platform::simulated::CloseButton::fails);
     model->createCustomGroup({task(idOf(1, 0))});
     model->closeAndRemoveCustomGroup(customGroup());
     EXPECT_TRUE(model->settings().customGroupMembers.empty());
@@ -90,13 +90,13 @@ TEST_F(Closing, ACustomGroupWhoseWindowsRefuseIsDissolvedAllTheSame)
 
 TEST_F(Closing, EverythingClosesButTheDesktopAndWhatIsNoOrdinaryApplication)
 {
-    simulated::Process files;
+    platform::simulated::Process files;
     files.application.pid = 3;
     files.application.localizedName = "Files";
     files.application.bundleIdentifier = "com.apple.finder";
     files.windows = {window(300, std::nullopt), window(301, "Documents")};
     desktop.applications.put(files);
-    simulated::Process agent;
+    platform::simulated::Process agent;
     agent.application.pid = 4;
     agent.application.policy = platform::ActivationPolicy::accessory;
     agent.windows = {window(400, "Agent")};
@@ -110,13 +110,13 @@ TEST_F(Closing, EverythingClosesButTheDesktopAndWhatIsNoOrdinaryApplication)
 
 TEST_F(Closing, HidingEverythingMinimisesTheFileManagersWindowsAndHidesTheOthers)
 {
-    simulated::Process files;
+    platform::simulated::Process files;
     files.application.pid = 3;
     files.application.bundleIdentifier = "com.apple.finder";
     files.windows = {window(300, std::nullopt), window(301, "Documents")};
     desktop.applications.put(files);
     desktop.applications.setMinimized(2, hashOf(2, 0), true);
-    simulated::Process self;
+    platform::simulated::Process self;
     self.application.pid = platform.applications.self();
     self.windows = {window(500, "Settings")};
     desktop.applications.put(self);

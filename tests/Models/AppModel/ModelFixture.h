@@ -11,32 +11,32 @@
 
 namespace korvane::testing {
 
-using simulated::SimulatedDesktop;
+using platform::simulated::SimulatedDesktop;
 using V = SettingsValues;
 
 class ModelFixture : public ::testing::Test {
 protected:
-    explicit ModelFixture(simulated::Behaviour behaviour = simulated::Behaviour::live)
+    explicit ModelFixture(platform::simulated::Behaviour behaviour = platform::simulated::Behaviour::live)
         : desktop(behaviour), platform(desktop.platform())
     {}
 
     // An application with windows named after it: "Mail 1", "Mail 2", ... whose hashes are pid * 100 and up.
     void addApplication(Pid pid, const std::string &name, int windowCount)
     {
-        simulated::Process process;
+        platform::simulated::Process process;
         process.application.pid = pid;
         process.application.localizedName = name;
         process.application.bundleIdentifier = "org.example." + name;
-        std::vector<simulated::Window> windows;
+        std::vector<platform::simulated::Window> windows;
         for (int i = 0; i < windowCount; ++i)
             windows.push_back(window(hashOf(pid, i), name + " " + std::to_string(i + 1)));
         process.windows = std::move(windows);
         desktop.applications.put(std::move(process));
     }
 
-    static simulated::Window window(std::uint64_t hash, std::optional<std::string> title)
+    static platform::simulated::Window window(std::uint64_t hash, std::optional<std::string> title)
     {
-        simulated::Window made;
+        platform::simulated::Window made;
         made.hash = hash;
         made.title = std::move(title);
         return made;

@@ -16,12 +16,12 @@ protected:
     }
     void badge(const std::string &name)
     {
-        simulated::DockItem item;
+        platform::simulated::DockItem item;
         item.title = name;
         item.subrole = "AXApplicationDockItem";
         item.statusLabel = "3";
-        simulated::DockItem root;
-        root.children = std::vector<simulated::DockItem>{item};
+        platform::simulated::DockItem root;
+        root.children = std::vector<platform::simulated::DockItem>{item};
         desktop.applications.setDock(root);
     }
 };
@@ -81,7 +81,7 @@ TEST_F(Refresh, AChangeOfWindowOrderAloneIsNotSeenByTheTimer)
 {
     start();
     auto published = countPublished("runningApps");
-    simulated::Process swapped;
+    platform::simulated::Process swapped;
     swapped.application = *desktop.applications.find(1);
     swapped.windows = {window(hashOf(1, 1), "Mail 2"), window(hashOf(1, 0), "Mail 1")};
     swapped.focusedWindow = desktop.applications.focusedWindow(1);
@@ -230,7 +230,7 @@ TEST_F(Refresh, ThePermissionLostAndFoundAgainLeavesNoTaskOfTheOtherReading)
 
 TEST_F(Refresh, TwoWindowsOfOneIdentifierEndTheProcess)
 {
-    simulated::Process twins;
+    platform::simulated::Process twins;
     twins.application.pid = 5;
     twins.windows = {window(7, "A"), window(7, "B")};
     desktop.applications.put(twins);

@@ -15,7 +15,7 @@ protected:
     void enter(int row, double x = 700) { hover.overflowHoverChanged(true, row, x); }
     void leave(int row) { hover.overflowHoverChanged(false, row, std::nullopt); }
 
-    simulated::VirtualLoop loop;
+    platform::simulated::VirtualLoop loop;
     std::vector<bool> visible, expanded;
     int changes = 0;
     OverflowHover hover{loop,
@@ -178,7 +178,7 @@ TEST_F(Hovering, ADragOpensThemAtOnceAndItsEndTucksThemAway)
 
 TEST(HoverMachine, WhatWasScheduledDoesNotOutliveTheBar)
 {
-    simulated::VirtualLoop loop;
+    platform::simulated::VirtualLoop loop;
     int calls = 0;
     auto hover = std::make_unique<OverflowHover>(
         loop, OverflowHoverActions{[&](bool) { ++calls; }, [&](bool) { ++calls; }, [&] { ++calls; }}, true);

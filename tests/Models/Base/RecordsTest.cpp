@@ -99,24 +99,24 @@ TEST(TaskbarEntry, WithNeitherItemNorGroupHasNoTitle)
 
 TEST(Identifiers, AWindowWithAnEmptyIdentifierIsNamedByItsHashAlone)
 {
-    EXPECT_EQ(identifiers::stableWindow("", 1357924), "hash:1357924");
-    EXPECT_EQ(identifiers::stableWindow(std::nullopt, 1357924), "hash:1357924");
-    EXPECT_EQ(identifiers::stableWindow("_NS:14", 1357924), "identifier:_NS:14:hash:1357924");
-    EXPECT_EQ(identifiers::accessibilityWindowPrefix(812) + identifiers::stableWindow("_NS:14", 1357924),
+    EXPECT_EQ(Identifiers::stableWindow("", 1357924), "hash:1357924");
+    EXPECT_EQ(Identifiers::stableWindow(std::nullopt, 1357924), "hash:1357924");
+    EXPECT_EQ(Identifiers::stableWindow("_NS:14", 1357924), "identifier:_NS:14:hash:1357924");
+    EXPECT_EQ(Identifiers::accessibilityWindowPrefix(812) + Identifiers::stableWindow("_NS:14", 1357924),
               "ax:812:identifier:_NS:14:hash:1357924");
 }
 
 TEST(Identifiers, MemoryIsKeptByBundleElseByProcess)
 {
-    EXPECT_EQ(identifiers::applicationMemoryKey("org.mail", 3), "org.mail");
-    EXPECT_EQ(identifiers::applicationMemoryKey(std::nullopt, -3), "pid:-3");
+    EXPECT_EQ(Identifiers::applicationMemoryKey("org.mail", 3), "org.mail");
+    EXPECT_EQ(Identifiers::applicationMemoryKey(std::nullopt, -3), "pid:-3");
 }
 
 TEST(Identifiers, FreshIdentifiersHaveTheStandardFormAndDiffer)
 {
     std::set<std::string> seen;
     for (int i = 0; i < 100; ++i) {
-        const std::string uuid = identifiers::makeUuid();
+        const std::string uuid = Identifiers::makeUuid();
         ASSERT_EQ(uuid.size(), 36U);
         for (const int dash : {8, 13, 18, 23})
             EXPECT_EQ(uuid[static_cast<std::size_t>(dash)], '-');

@@ -79,7 +79,7 @@ TEST_F(SettingsStore, RestoredDefaultsTakeTheFirstRunsColoursBackForGood)
     EXPECT_TRUE(model->settings().defaultAppColors.empty());
     EXPECT_TRUE(load().defaultAppColors.empty());
 
-    simulated::Process fileManager;
+    platform::simulated::Process fileManager;
     fileManager.application.pid = 9;
     fileManager.application.localizedName = "Files";
     fileManager.application.bundleIdentifier = "com.apple.finder";
@@ -164,8 +164,8 @@ TEST_F(SettingsStore, FavoritesThatDoNotDecodeGiveTheDefaults)
 TEST_F(SettingsStore, ATextThatIsNotUtf8LeavesWhatIsStored)
 {
     load();
-    EXPECT_FALSE(settings_json::encode(FavoriteList{{"app:\xff", "n", "app", "v", std::nullopt}}));
-    EXPECT_TRUE(settings_json::encode(FavoriteList{}));
+    EXPECT_FALSE(SettingsJson::encode(FavoriteList{{"app:\xff", "n", "app", "v", std::nullopt}}));
+    EXPECT_TRUE(SettingsJson::encode(FavoriteList{}));
 }
 
 }  // namespace

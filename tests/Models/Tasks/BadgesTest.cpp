@@ -3,7 +3,7 @@
 namespace korvane {
 namespace {
 
-using simulated::DockItem;
+using platform::simulated::DockItem;
 using testing::ModelFixture;
 using testing::Names;
 using testing::V;

@@ -123,7 +123,7 @@ TEST_F(Discovery, AnApplicationIsDescribedOnceForAsLongAsItLives)
     start();
     auto renamed = *desktop.applications.find(1);
     renamed.localizedName = "Post";
-    simulated::Process process;
+    platform::simulated::Process process;
     process.application = renamed;
     process.windows = {window(hashOf(1, 0), std::nullopt)};
     desktop.applications.put(process);

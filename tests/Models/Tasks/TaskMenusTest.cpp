@@ -48,7 +48,7 @@ RunningAppGroup groupOf(std::size_t windows, bool custom)
 
 TEST(TaskMenus, TheSettingsTaskCanNeitherBePlacedNorGroupedYetStillOffersToQuit)
 {
-    RunningAppItem item = makeItem(std::string(identifiers::settingsTask));
+    RunningAppItem item = makeItem(std::string(Identifiers::settingsTask));
     item.appName = "Korvane";
     item.bundleIdentifier = std::nullopt;
     const Menu menu = TaskMenus::taskMenu(item, {}, {});

@@ -9,7 +9,7 @@
 namespace korvane {
 namespace {
 
-using simulated::SimulatedDesktop;
+using platform::simulated::SimulatedDesktop;
 
 TEST(TraySymbols, ThreeTenthsAndAHalfAreTheLimits)
 {
@@ -31,7 +31,7 @@ class Level : public ::testing::Test {
 protected:
     void advance(double seconds) { loop.advance(platform::Seconds(seconds)); }
 
-    simulated::VirtualLoop loop;
+    platform::simulated::VirtualLoop loop;
     std::optional<float> system = 0.5F;
     bool settable = true;
     double rate = 5;
@@ -154,7 +154,7 @@ TEST_F(Level, AControlThatGoesAwayHasNothingToCome)
 
 TEST(RestingPointer, OpensTheListOneAndTwoTenthsSecondsAfterItsLastEntry)
 {
-    simulated::VirtualLoop loop;
+    platform::simulated::VirtualLoop loop;
     HoverList list(loop, platform::Seconds(1.2), [](bool) {});
     list.hover(true);
     loop.advance(platform::Seconds(0.5));

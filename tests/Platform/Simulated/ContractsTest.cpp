@@ -24,7 +24,7 @@ public:
     bool hasThreads() const override { return false; }
 
 private:
-    simulated::VirtualLoop virtualLoop;
+    platform::simulated::VirtualLoop virtualLoop;
 };
 
 class MemoryHarness final : public DefaultsHarness {
@@ -33,12 +33,12 @@ public:
     void reopen() override { memory.synchronize(); }
 
 private:
-    simulated::MemoryDefaults memory;
+    platform::simulated::MemoryDefaults memory;
 };
 
 class VirtualLaunchingHarness final : public LaunchingHarness {
 public:
-    explicit VirtualLaunchingHarness(simulated::Behaviour behaviour) : desktop(behaviour)
+    explicit VirtualLaunchingHarness(platform::simulated::Behaviour behaviour) : desktop(behaviour)
     {
         desktop.launching.install(identifier(), path);
     }
@@ -53,7 +53,7 @@ public:
 
 private:
     static constexpr const char *path = "/Applications/Editor.app";
-    simulated::SimulatedDesktop desktop;
+    platform::simulated::SimulatedDesktop desktop;
 };
 
 class SimulatedLoginItemHarness final : public LoginItemHarness {
@@ -62,7 +62,7 @@ public:
     void refuse() override { loginItem.setError("refused"); }
 
 private:
-    simulated::SimulatedLoginItem loginItem;
+    platform::simulated::SimulatedLoginItem loginItem;
 };
 
 class SimulatedAudioHarness final : public AudioHarness {
@@ -90,8 +90,8 @@ public:
 
 private:
     static constexpr std::uint32_t number = 7;
-    simulated::VirtualLoop loop;
-    simulated::SimulatedAudio backend{loop};
+    platform::simulated::VirtualLoop loop;
+    platform::simulated::SimulatedAudio backend{loop};
 };
 
 class SimulatedBrightnessHarness final : public BrightnessHarness {
@@ -100,17 +100,17 @@ public:
     void changeElsewhere(float level) override { backend.level = level; }
 
 private:
-    simulated::SimulatedBrightness backend;
+    platform::simulated::SimulatedBrightness backend;
 };
 
-template <simulated::Behaviour behaviour> std::unique_ptr<LaunchingHarness> makeLaunching()
+template <platform::simulated::Behaviour behaviour> std::unique_ptr<LaunchingHarness> makeLaunching()
 {
     return std::make_unique<VirtualLaunchingHarness>(behaviour);
 }
 
 INSTANTIATE_TEST_SUITE_P(Simulated, LaunchingContract,
-                         testing::Values(&makeLaunching<simulated::Behaviour::passive>,
-                                         &makeLaunching<simulated::Behaviour::live>));
+                         testing::Values(&makeLaunching<platform::simulated::Behaviour::passive>,
+                                         &makeLaunching<platform::simulated::Behaviour::live>));
 INSTANTIATE_TEST_SUITE_P(Simulated, LoginItemContract, testing::Values([]() -> std::unique_ptr<LoginItemHarness> {
                              return std::make_unique<SimulatedLoginItemHarness>();
                          }));
@@ -127,7 +127,7 @@ INSTANTIATE_TEST_SUITE_P(Simulated, DefaultsContract, testing::Values([]() -> st
                              return std::make_unique<MemoryHarness>();
                          }));
 INSTANTIATE_TEST_SUITE_P(Simulated, IconsContract, testing::Values([]() -> std::unique_ptr<Icons> {
-                             return std::make_unique<simulated::SimulatedIcons>();
+                             return std::make_unique<platform::simulated::SimulatedIcons>();
                          }));
 
 }  // namespace

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-namespace korvane::simulated {
+namespace korvane::platform::simulated {
 namespace {
 
 using platform::Activate;
@@ -190,4 +190,4 @@ TEST_F(LiveDesktop, RevisionsAreKeptAndPermissionLossIsSeen)
 }
 
 }  // namespace
-}  // namespace korvane::simulated
+}  // namespace korvane::platform::simulated

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-namespace korvane::simulated {
+namespace korvane::platform::simulated {
 namespace {
 
 using platform::Activate;
@@ -298,4 +298,4 @@ TEST_F(PassiveDesktop, TheWindowServerListsWhatItIsToldOrNothing)
 }
 
 }  // namespace
-}  // namespace korvane::simulated
+}  // namespace korvane::platform::simulated

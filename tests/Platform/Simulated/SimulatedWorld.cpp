@@ -25,7 +25,7 @@ public:
 
     Pid start(const std::string &name, const std::string &title) override
     {
-        simulated::Process process;
+        platform::simulated::Process process;
         process.application.pid = ++lastPid;
         process.application.localizedName = name;
         process.application.active = true;
@@ -36,7 +36,7 @@ public:
     void quit(Pid pid) override { desktop.applications.remove(pid); }
     Window open(Pid pid, const std::string &title) override
     {
-        simulated::Window window;
+        platform::simulated::Window window;
         window.hash = ++lastWindow;
         window.title = title;
         desktop.applications.openWindow(pid, std::move(window));
@@ -51,13 +51,15 @@ public:
     void minimize(Pid pid, Window window) override { desktop.applications.setMinimized(pid, window, true); }
     void setCloseButton(Pid pid, Window window, bool present) override
     {
-        desktop.applications.changeWindow(pid, window, [present](simulated::Window &one) {
-            one.closeButton = present ? simulated::CloseButton::works : simulated::CloseButton::none;
+        desktop.applications.changeWindow(pid, window, [present](platform::simulated::Window &one) {
+            one.closeButton =
+                present ? platform::simulated::CloseButton::works : platform::simulated::CloseButton::none;
         });
     }
     void setIdentifier(Pid pid, Window window, const std::string &identifier) override
     {
-        desktop.applications.changeWindow(pid, window, [&](simulated::Window &one) { one.identifier = identifier; });
+        desktop.applications.changeWindow(pid, window,
+                                          [&](platform::simulated::Window &one) { one.identifier = identifier; });
     }
 
     void setFurtherScreens(const std::vector<Rect> &frames) override
@@ -71,7 +73,7 @@ public:
     void takeKey(const HotKey &key) override { desktop.hotKeys.take(key.keyCode, key.modifiers); }
 
 private:
-    simulated::SimulatedDesktop desktop;
+    platform::simulated::SimulatedDesktop desktop;
     Pid lastPid = 1000;
     Window lastWindow = 0;
 };

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace korvane::simulated {
+namespace korvane::platform::simulated {
 namespace {
 
 using platform::Seconds;
@@ -118,4 +118,4 @@ TEST(VirtualLoop, WaitingForAConditionStopsAtTheMomentThatFulfilsIt)
 }
 
 }  // namespace
-}  // namespace korvane::simulated
+}  // namespace korvane::platform::simulated

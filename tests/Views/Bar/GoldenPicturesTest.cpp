@@ -101,10 +101,10 @@ protected:
 
     void badge(const std::vector<std::string> &titles)
     {
-        simulated::DockItem root;
+        platform::simulated::DockItem root;
         root.children.emplace();
         for (const std::string &title : titles) {
-            simulated::DockItem item;
+            platform::simulated::DockItem item;
             item.title = title;
             item.subrole = std::string("AXApplicationDockItem");
             item.statusLabel = std::string("1");

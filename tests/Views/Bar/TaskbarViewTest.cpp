@@ -219,7 +219,7 @@ TEST_F(Taskbar, HostileTitlesAreCutAndShownAsTheyStand)
             1, window(hashOf(1, static_cast<int>(desktop.applications.windowCount(1))), title));
     start();
     show();
-    EXPECT_LE(view->button(idOf(1, 0))->accessibleName().size(), metrics::longestText);
+    EXPECT_LE(view->button(idOf(1, 0))->accessibleName().size(), Metrics::longestText);
     EXPECT_EQ(view->button(idOf(1, 1))->accessibleName(), "<b>bold</b>");
     EXPECT_EQ(view->button(idOf(1, 2))->accessibleName(), "a b ");
     EXPECT_FALSE(view->grab().isNull());

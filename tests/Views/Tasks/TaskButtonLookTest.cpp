@@ -67,12 +67,12 @@ TEST_F(Look, AStripColourThatIsNoneFallsBack)
 
 TEST_F(Look, ABadgeShowsInTheStyleOfTheSettings)
 {
-    simulated::DockItem item;
+    platform::simulated::DockItem item;
     item.title = "Notes";
     item.subrole = "AXApplicationDockItem";
     item.statusLabel = "3";
-    simulated::DockItem root;
-    root.children = std::vector<simulated::DockItem>{item};
+    platform::simulated::DockItem root;
+    root.children = std::vector<platform::simulated::DockItem>{item};
     desktop.applications.setDock(root);
     model->refresh(true);
     EXPECT_EQ(of(2, 0).markStyle, "triangle");

@@ -139,7 +139,7 @@ TEST_F(TaskButtons, TheChevronFollowsTheTextOfAGroup)
     EXPECT_EQ(button->accessibleName(), "Mail Tabs");
     EXPECT_TRUE(button->currentLook().chevron);
     const int end =
-        7 + 25 + 7 + static_cast<int>(QFontMetricsF(systemFont(metrics::buttonFontSize)).horizontalAdvance("Mail Tabs"))
+        7 + 25 + 7 + static_cast<int>(QFontMetricsF(systemFont(Metrics::buttonFontSize)).horizontalAdvance("Mail Tabs"))
         + 7;
     QImage picture(button->size(), QImage::Format_RGB32);
     picture.fill(Qt::black);

@@ -52,7 +52,7 @@ protected:
     void badge(Pid pid, const std::string &name)
     {
         addApplication(pid, name, 1);
-        simulated::DockItem item;
+        platform::simulated::DockItem item;
         item.title = name;
         item.subrole = std::string("AXApplicationDockItem");
         item.statusLabel = std::string("1");
@@ -64,7 +64,7 @@ protected:
 
     QWidget bar;
     ViewServices services;
-    simulated::DockItem dock;
+    platform::simulated::DockItem dock;
 };
 
 TEST_F(Tray, TheWheelSetsTheVolumeAndShowsTheSliderForAWhile)

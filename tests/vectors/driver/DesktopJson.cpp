@@ -7,11 +7,11 @@
 
 namespace korvane::vectors {
 
-using simulated::CloseButton;
-using simulated::DefaultsValue;
-using simulated::DockItem;
-using simulated::Process;
-using simulated::SimulatedDesktop;
+using platform::simulated::CloseButton;
+using platform::simulated::DefaultsValue;
+using platform::simulated::DockItem;
+using platform::simulated::Process;
+using platform::simulated::SimulatedDesktop;
 
 namespace {
 
@@ -30,9 +30,9 @@ std::optional<platform::Value> valueOf(const Json &object, const char *key)
     return json.get<double>();
 }
 
-simulated::Window windowFrom(const Json &json)
+platform::simulated::Window windowFrom(const Json &json)
 {
-    simulated::Window window;
+    platform::simulated::Window window;
     window.hash = json.at("hash");
     window.title = optionalMember<std::string>(json, "AXTitle");
     window.identifier = valueOf(json, "AXIdentifier");
@@ -172,7 +172,7 @@ DefaultsValue defaultsValueFrom(const Json &tagged)
     if (tag != "array" && tag != "dictionary")
         throw std::runtime_error("unknown tag of a stored value: " + tag);
     if (!allText(value))
-        return simulated::UnreadableValue{tagged.dump()};
+        return platform::simulated::UnreadableValue{tagged.dump()};
     return tag == "array" ? DefaultsValue(value.get<std::vector<std::string>>())
                           : DefaultsValue(value.get<platform::StringMap>());
 }
@@ -193,7 +193,7 @@ Json jsonOf(const DefaultsValue &value)
                 return {{"dataText", std::string(each.begin(), each.end())}};
             return {{"dataJSON", std::move(parsed)}};
         }
-        Json operator()(const simulated::UnreadableValue &each) const { return Json::parse(each.note); }
+        Json operator()(const platform::simulated::UnreadableValue &each) const { return Json::parse(each.note); }
     };
     return std::visit(Tagger(), value);
 }
@@ -203,7 +203,7 @@ Json normalized(const Json &tagged)
     return jsonOf(defaultsValueFrom(tagged));
 }
 
-Json jsonOf(const simulated::Action &action)
+Json jsonOf(const platform::simulated::Action &action)
 {
     const auto written = []<typename T>(const T &value) {
         if constexpr (std::is_same_v<T, std::monostate>)
@@ -212,7 +212,7 @@ Json jsonOf(const simulated::Action &action)
             return Json(value);
     };
     Json list = Json::array({action.name});
-    for (const simulated::ActionArgument &argument : action.arguments)
+    for (const platform::simulated::ActionArgument &argument : action.arguments)
         list.push_back(std::visit(written, argument));
     return list;
 }

@@ -8,17 +8,17 @@
 namespace korvane::vectors {
 
 // Puts the described parts in the place of those of the desktop; parts that are not named stay.
-void changeDesktop(const Json &parts, simulated::SimulatedDesktop &desktop);
+void changeDesktop(const Json &parts, platform::simulated::SimulatedDesktop &desktop);
 
 // A value of the defaults, tagged with its type, and back. Data that is JSON is always given as such.
-simulated::DefaultsValue defaultsValueFrom(const Json &tagged);
-Json jsonOf(const simulated::DefaultsValue &value);
+platform::simulated::DefaultsValue defaultsValueFrom(const Json &tagged);
+Json jsonOf(const platform::simulated::DefaultsValue &value);
 // The way a tagged value comes out of the database again.
 Json normalized(const Json &tagged);
 
-Json jsonOf(const simulated::Action &action);
+Json jsonOf(const platform::simulated::Action &action);
 
 // Tells of the event of that name at once; false for an unknown name.
-bool notify(const std::string &name, simulated::SimulatedDesktop &desktop);
+bool notify(const std::string &name, platform::simulated::SimulatedDesktop &desktop);
 
 }  // namespace korvane::vectors

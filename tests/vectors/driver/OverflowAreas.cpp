@@ -215,7 +215,7 @@ Outcome runDragAndDrop(const Json &testCase, const Json &)
 
 Outcome runOverflowHover(const Json &testCase)
 {
-    simulated::VirtualLoop loop;
+    platform::simulated::VirtualLoop loop;
     const Json &setup = testCase.at("setup");
     bool visible = false, expanded = setup.at("taskRowsExpanded");
     OverflowHover machine(loop, {[&](bool value) { visible = value; }, [&](bool value) { expanded = value; }, [] {}},

@@ -118,7 +118,7 @@ const Functions &recordFunctions()
         {"entry", entryProperties},
         {"applicationMemoryKey",
          [](const Json &arguments) {
-             return Json(identifiers::applicationMemoryKey(optionalMember<std::string>(arguments, "bundleIdentifier"),
+             return Json(Identifiers::applicationMemoryKey(optionalMember<std::string>(arguments, "bundleIdentifier"),
                                                            arguments.at("processIdentifier")));
          }},
         {"shouldGroup", shouldGroup},

@@ -107,7 +107,7 @@ void Scenario::restart()
 Json Scenario::takeCalls()
 {
     Json calls = Json::array();
-    for (const simulated::Action &action : simulatedDesktop.actions.take())
+    for (const platform::simulated::Action &action : simulatedDesktop.actions.take())
         calls.push_back(jsonOf(action));
     return calls;
 }

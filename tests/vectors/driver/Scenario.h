@@ -20,7 +20,7 @@ public:
     Scenario(const Json &testCase, const Json &file, bool revisions);
 
     AppModel &model() { return *appModel; }
-    simulated::SimulatedDesktop &desktop() { return simulatedDesktop; }
+    platform::simulated::SimulatedDesktop &desktop() { return simulatedDesktop; }
     // A new model on the same defaults, as after a new start of the program.
     void restart();
 
@@ -37,7 +37,7 @@ public:
     RunningAppGroup group(const Json &step);
 
 private:
-    simulated::SimulatedDesktop simulatedDesktop{simulated::Behaviour::passive};
+    platform::simulated::SimulatedDesktop simulatedDesktop{platform::simulated::Behaviour::passive};
     platform::Platform platform = simulatedDesktop.platform();
     int uuids = 0;
     bool tasksAsNames;

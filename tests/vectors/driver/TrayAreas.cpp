@@ -15,7 +15,7 @@ namespace {
 // Lets the time up to an event pass.
 class Clock {
 public:
-    explicit Clock(simulated::VirtualLoop &virtualLoop) : loop(virtualLoop) {}
+    explicit Clock(platform::simulated::VirtualLoop &virtualLoop) : loop(virtualLoop) {}
     void advanceTo(const Json &milliseconds)
     {
         const double time = milliseconds.get<double>() / 1000;
@@ -24,7 +24,7 @@ public:
     }
 
 private:
-    simulated::VirtualLoop &loop;
+    platform::simulated::VirtualLoop &loop;
     double now = 0;
 };
 
@@ -54,7 +54,7 @@ const Functions &trayFunctions()
 
 Outcome runHoverList(const Json &testCase)
 {
-    simulated::VirtualLoop loop;
+    platform::simulated::VirtualLoop loop;
     Clock clock(loop);
     HoverList list(loop, platform::Seconds(testCase.at("setup").at("wait").get<double>() / 1000), [](bool) {});
     Json got = Json::array();
@@ -76,7 +76,7 @@ Outcome runHoverList(const Json &testCase)
 
 Outcome runLevel(const Json &testCase)
 {
-    simulated::VirtualLoop loop;
+    platform::simulated::VirtualLoop loop;
     Clock clock(loop);
     const Json &setup = testCase.at("setup");
     const bool isBrightness = setup.at("kind") == "brightness";
