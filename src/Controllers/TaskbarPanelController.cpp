@@ -40,6 +40,7 @@ struct TaskbarPanelController::HeightAnimation {
 TaskbarPanelController::TaskbarPanelController(AppModel &appModel, platform::Platform &system,
                                                TaskbarCallbacks taskbarCallbacks)
     : model(appModel), platform(system), callbacks(std::move(taskbarCallbacks)),
+      autoHide(system.loop, appModel.settings(), autoHideSurroundings(), autoHideActions()),
       follower(system, [this](platform::Point place) { pointerMoved(place); }),
       knownMonitorRate(appModel.settings().appMonitorRefreshRate), knownFadeRate(appModel.settings().appRefreshRate),
       knownPause(appModel.systemIsInactive(), appModel.settings().expertPauseWhenDisplaySleeps)
@@ -51,7 +52,7 @@ TaskbarPanelController::TaskbarPanelController(AppModel &appModel, platform::Pla
     });
     screenObserver = platform.screens.observeChanges([this] { rebuildPanels(); });
     translucencyObserver = platform.panels.observeTranslucency([this] { schedulePass(); });
-    configureVisibilityTimer();
+    autoHide.configureVisibilityTimer();
     modelConnection = model.changed.connect([this] { schedulePass(); });
     settingConnection = model.published.connect([this](std::string_view property) { settingPublished(property); });
 }
@@ -70,13 +71,13 @@ void TaskbarPanelController::rebuildPanels()
         return;
     animations.clear();
     animationTimer.reset();
+    autoHide.removePanels();
     allPanels.clear();
     model.setTaskOverflowRowsVisible(false);  // the new views begin with their rows tucked away
     for (const platform::Screen &screen : platform.screens.all())
         allPanels.push_back(makePanel(screen));
     runPass();
-    if (!resizePaused)
-        configureVisibilityTimer();
+    autoHide.configureVisibilityTimer();
 }
 
 std::unique_ptr<TaskbarPanel> TaskbarPanelController::makePanel(const platform::Screen &screen)
@@ -86,7 +87,7 @@ std::unique_ptr<TaskbarPanel> TaskbarPanelController::makePanel(const platform::
                                        [this](TaskbarPanel &grown, double height) { animateHeight(height, grown); });
     if (callbacks.showSettings)
         panel->view().setShowSettings(callbacks.showSettings);
-    panel->lastPointerInside = platform.loop.monotonicNow();
+    autoHide.addPanel(*panel);
     panel->orderFront();
     return panel;
 }
@@ -115,8 +116,7 @@ void TaskbarPanelController::runPass()
     adjustHeights();
     follow();
     // A timer that rests goes on when one of the things has changed that a look asks for.
-    if (lastInputs && *lastInputs != inputs())
-        resumeVisibilityTimer();
+    autoHide.resumeIfInputsChanged();
 }
 
 // The three settings that the timers depend on. Each takes effect at the next turn, and only if it has another value.
@@ -129,11 +129,10 @@ void TaskbarPanelController::settingPublished(std::string_view property)
         if (stillHere.expired())
             return;
         const SettingsValues &settings = model.settings();
-        if (std::exchange(knownMonitorRate, settings.appMonitorRefreshRate) != settings.appMonitorRefreshRate
-            && !resizePaused)
-            configureVisibilityTimer();
+        if (std::exchange(knownMonitorRate, settings.appMonitorRefreshRate) != settings.appMonitorRefreshRate)
+            autoHide.configureVisibilityTimer();
         if (std::exchange(knownFadeRate, settings.appRefreshRate) != settings.appRefreshRate)
-            restartFadeTimerIfActive();
+            autoHide.restartFadeTimerIfActive();
         const std::pair pause(model.systemIsInactive(), settings.expertPauseWhenDisplaySleeps);
         if (std::exchange(knownPause, pause) != pause)
             applySystemPause(isPaused());
@@ -155,7 +154,7 @@ const OverflowGeometry &TaskbarPanelController::overflowGeometry()
 // Panels that can be seen follow their rows at once; one that is hidden or on its way gets its height when it is back.
 void TaskbarPanelController::adjustHeights()
 {
-    if (resizePaused)
+    if (autoHide.isTaskResizePaused())
         return;
     const double wanted = overflowGeometry().normalHeight;
     for (const auto &panel : allPanels)
@@ -185,16 +184,20 @@ void TaskbarPanelController::animationFrame()
         animationTimer.reset();
 }
 
+void TaskbarPanelController::applySystemPause(bool paused)
+{
+    autoHide.pauseChanged();
+    if (paused)
+        follower.stop();
+    else if (!autoHide.isTaskResizePaused())
+        follow();
+}
+
 void TaskbarPanelController::setTaskResizePaused(bool paused)
 {
-    resizePaused = paused;
-    if (paused) {
-        visibilityTimer.reset();
-        stopFadeTimer();
-        return;
-    }
-    configureVisibilityTimer();
-    schedulePass();
+    autoHide.setTaskResizePaused(paused);
+    if (!paused)
+        schedulePass();
 }
 
 }  // namespace korvane

@@ -2,10 +2,11 @@
 // pointer has left it and brought back at the screen's edge.
 #pragma once
 
-#include "Controllers/PointerFollower.h"
 #include "Controllers/TaskbarPanel.h"
 #include "Models/AppModel/AppModel.h"
+#include "Models/Bar/AutoHide.h"
 #include "Models/Bar/PanelGeometry.h"
+#include "Models/Bar/PointerFollower.h"
 #include "Ports/Platform.h"
 
 #include <functional>
@@ -38,22 +39,16 @@ public:
     const OverflowGeometry &overflowGeometry();
     // While a task is resized by hand, no panel changes its height or fades under the pointer.
     void setTaskResizePaused(bool paused);
-    bool isTaskResizePaused() const { return resizePaused; }
+    bool isTaskResizePaused() const { return autoHide.isTaskResizePaused(); }
 
     // One look at the pointer: shows, fades or hides each panel, and keeps its height.
-    void updateAutoHide();
+    void updateAutoHide() { autoHide.update(); }
     // The interval of the timer of those looks; absent while nothing can change before the pointer or the model moves.
-    std::optional<double> visibilityTimerInterval() const;
-    std::optional<double> fadeTimerInterval() const { return fadeInterval; }
+    std::optional<double> visibilityTimerInterval() const { return autoHide.visibilityTimerInterval(); }
+    std::optional<double> fadeTimerInterval() const { return autoHide.fadeTimerInterval(); }
 
 private:
     struct HeightAnimation;
-    // What a look depends on beside the pointer and the clock.
-    struct Inputs {
-        bool autoHide = false, autoHideOverflow = false, rowsVisible = false, listOpen = false;
-        OverflowGeometry geometry;
-        friend bool operator==(const Inputs &, const Inputs &) = default;
-    };
 
     void rebuildPanels();
     std::unique_ptr<TaskbarPanel> makePanel(const platform::Screen &screen);
@@ -64,19 +59,13 @@ private:
     void animateHeight(double height, TaskbarPanel &panel);
     void animationFrame();
 
-    void configureVisibilityTimer();
-    void resumeVisibilityTimer();
-    void startFadeTimer();
-    void stopFadeTimer();
-    void restartFadeTimerIfActive();
+    AutoHideSurroundings autoHideSurroundings();
+    AutoHideActions autoHideActions();
     void applySystemPause(bool paused);
-    void timerDidFire() { updateAutoHide(); }
     bool isPaused() const;
     bool isHeldOpen() const;
-    Inputs inputs();
     void follow();
     void pointerMoved(platform::Point place);
-    std::vector<AutoHidePanel *> autoHidePanels() const;
 
     AppModel &model;
     platform::Platform &platform;
@@ -85,15 +74,11 @@ private:
     std::vector<std::unique_ptr<TaskbarPanel>> allPanels;
     std::vector<HeightAnimation> animations;
     platform::Subscription animationTimer, screenObserver, translucencyObserver;
-    platform::Subscription visibilityTimer, fadeTimer;
-    std::optional<double> fadeInterval;
+    AutoHide autoHide;
     PointerFollower follower;
-    std::optional<platform::Point> lastPointer;  // at the look before
-    platform::Seconds lastLook{0};
-    std::optional<Inputs> lastInputs;
     Connection modelConnection, settingConnection;
     std::shared_ptr<bool> alive = std::make_shared<bool>(true);  // what was posted holds it weakly
-    bool passScheduled = false, resizePaused = false, shown = false;
+    bool passScheduled = false, shown = false;
     std::int64_t knownMonitorRate, knownFadeRate;
     std::pair<bool, bool> knownPause;
     std::optional<GeometryKey> cachedGeometryKey;

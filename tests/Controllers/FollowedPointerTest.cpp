@@ -71,14 +71,14 @@ TEST_F(Hiding, ADragAndAResizeEndWithThePanelsThatAChangeOfTheScreensTakesAway)
 {
     show();
     const std::string id = idOf(1, 0);
-    panel().view().dragBegan(id, {id});
-    panel().view().armResize(id);
+    panel().view().bar().beginDrag(id, {id});
+    panel().view().bar().armResize(id);
     model->beginTaskResize();
     desktop.screens.set({{1, {0, 0, 1280, 720}, 1}});
     desktop.loop.runPosted();
     settle();
-    EXPECT_FALSE(panel().view().dragState().draggedTaskID);
-    EXPECT_FALSE(panel().view().armedResizeID());
+    EXPECT_FALSE(panel().view().bar().drag());
+    EXPECT_FALSE(panel().view().bar().armedResizeID());
     model->endTaskResize();
     pointAt(away);
     advance(2);
@@ -90,7 +90,7 @@ TEST_F(Hiding, AWidthSetByHandIsOneScreensAndItsPauseEveryScreens)
     desktop.screens.set({{1, {0, 0, 1440, 900}, 1}, {2, {1440, 0, 1280, 720}, 1}});
     show();
     const std::string id = idOf(1, 0);
-    panel(0).view().armResize(id);
+    panel(0).view().bar().armResize(id);
     auto *grip = panel(0).view().findChild<TaskResizeHandle *>();
     ASSERT_TRUE(grip);
     QTest::mousePress(grip, Qt::LeftButton, {}, grip->rect().center());
@@ -101,8 +101,8 @@ TEST_F(Hiding, AWidthSetByHandIsOneScreensAndItsPauseEveryScreens)
     EXPECT_EQ(opacity(0), 1);
     QTest::mouseRelease(grip, Qt::LeftButton, {}, grip->rect().center());
     settle();
-    EXPECT_TRUE(panel(0).view().taskWidthOverrides().contains(id));
-    EXPECT_TRUE(panel(1).view().taskWidthOverrides().empty());
+    EXPECT_TRUE(panel(0).view().bar().taskWidthOverrides().contains(id));
+    EXPECT_TRUE(panel(1).view().bar().taskWidthOverrides().empty());
     advance(2);
     EXPECT_TRUE(hidden(0));
 }

@@ -10,6 +10,7 @@
 #include "Models/Settings/Settings.h"
 #include "Models/Tasks/DockBadges.h"
 #include "Models/Tasks/TabColors.h"
+#include "Models/Tasks/TaskDropRequests.h"
 #include "Models/Tasks/TaskGrouping.h"
 #include "Models/Tasks/TaskOrder.h"
 #include "Models/Tasks/WindowDiscovery.h"
@@ -28,7 +29,7 @@
 
 namespace korvane {
 
-class AppModel {
+class AppModel final : public TaskDropRequests {
 public:
     using UuidSource = std::function<std::string()>;
 
@@ -132,18 +133,18 @@ public:
     void renameCustomGroup(const RunningAppGroup &group, const std::string &name);
     void setCustomGroupIcon(const RunningAppGroup &group, const std::string &glyph);
     // A drag let go on a group's button; an automatic group thereby becomes a custom one.
-    void dropTask(const std::string &id, const RunningAppGroup &group);
+    void dropTask(const std::string &id, const RunningAppGroup &group) override;
     // A drag let go on the middle of a plain task.
-    void groupTask(const std::string &id, const std::string &targetID);
+    void groupTask(const std::string &id, const std::string &targetID) override;
     // Drops names and glyphs that no member uses. Does not save.
     void removeEmptyCustomGroups();
 
     // ------------------------------------------------------------------------------------------------ order
     std::vector<RunningAppItem> windowsForDragID(const std::string &id) const;
     void setTaskPosition(const std::string &id, bool first);
-    void dropTaskOnRow(const std::string &id, const std::string &adjacentTo, bool after);
+    void dropTaskOnRow(const std::string &id, const std::string &adjacentTo, bool after) override;
     void dropTaskOnRow(const std::string &id, const std::string &before) { dropTaskOnRow(id, before, false); }
-    void dropTaskAtOverflowRowEnd(const std::string &id, const std::string &targetID);
+    void dropTaskAtOverflowRowEnd(const std::string &id, const std::string &targetID) override;
     void moveTasks(const std::vector<std::string> &ids, const std::string &adjacentTo, bool after);
     void moveTaskAfter(const std::string &id, const std::string &targetID,
                        const std::optional<std::string> &replacementAnchorID);

@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
-namespace korvane::AutoHide {
+namespace korvane {
 namespace {
 
 using platform::Point;
 using platform::Rect;
+using platform::Seconds;
 
 // Far edges do not belong to a rectangle, or a point between two screens would be on both.
 bool contains(const Rect &rectangle, const Point &point)
@@ -26,7 +28,7 @@ bool intersects(const Rect &left, const Rect &right)
 bool isAtEdge(const Rect &frame, const Point &pointer)
 {
     return pointer.x >= frame.x && pointer.x <= frame.x + frame.width && pointer.y >= frame.y
-           && pointer.y <= frame.y + revealStrip;
+           && pointer.y <= frame.y + AutoHide::revealStrip;
 }
 
 std::optional<Rect> screenOf(const AutoHidePanel &panel, const std::vector<Rect> &screens)
@@ -38,128 +40,263 @@ std::optional<Rect> screenOf(const AutoHidePanel &panel, const std::vector<Rect>
     return found == screens.end() ? std::nullopt : std::optional(*found);
 }
 
-void show(AutoHidePanel &panel, const Rect &screen, const AutoHideSituation &situation, const AutoHideActions &actions)
+}  // namespace
+
+// What one look is about.
+struct AutoHide::Look {
+    Seconds now;
+    Point pointer;
+    std::vector<Rect> screens;
+    AutoHideInputs inputs;
+    bool held = false;
+    bool heldByMenu = false;  // by the start menu, which may close beneath a pointer that rests
+    AutoHideOutcome outcome;
+};
+
+AutoHide::AutoHide(platform::MainLoop &mainLoop, const SettingsValues &values, AutoHideSurroundings around,
+                   AutoHideActions owner)
+    : loop(mainLoop), settings(values), surroundings(std::move(around)), actions(std::move(owner))
+{}
+
+void AutoHide::addPanel(AutoHidePanel &panel, std::optional<Seconds> lastInside)
 {
-    panel.lastPointerInside = situation.now;
-    setPanelState(panel, 1, false, situation.settings.expertAvoidRedundantPanelWrites);
+    panels.push_back({&panel, lastInside});
+}
+
+std::optional<Seconds> AutoHide::lastPointerInside(const AutoHidePanel &panel) const
+{
+    const auto found = std::ranges::find(panels, &panel, &Panel::panel);
+    return found == panels.end() ? std::nullopt : found->lastPointerInside;
+}
+
+// ---------------------------------------------------------------------------------------------------- looks
+
+AutoHide::Seen AutoHide::seen(const Point &pointer) const
+{
+    return {pointer, surroundings.inputs(), settings.autoHideEnabled, settings.autoHideOverflow};
+}
+
+AutoHideOutcome AutoHide::update()
+{
+    Look look{.now = loop.monotonicNow(),
+              .pointer = surroundings.pointer(),
+              .screens = surroundings.screens(),
+              .inputs = surroundings.inputs(),
+              .held = surroundings.held(),
+              .heldByMenu = false,
+              .outcome = {}};
+    lastLook = look.now;
+    look.outcome.allHidden = !panels.empty();
+    for (Panel &panel : panels)
+        lookAt(panel, look);
+    actions.setTaskbarHidden(look.outcome.allHidden);
+    if (look.outcome.fading)
+        startFadeTimer();
+    else
+        stopFadeTimer();
+    // Looks that can find nothing new rest until the pointer moves or the model changes.
+    const Seen now = seen(look.pointer);
+    const bool settled = !look.outcome.waiting && !look.held && !look.heldByMenu && lastSeen == now;
+    lastSeen = now;
+    if (settled)
+        visibilityLooks.reset();
+    return look.outcome;
+}
+
+void AutoHide::lookAt(Panel &panel, Look &look)
+{
+    AutoHidePanel &bar = *panel.panel;
+    const auto screen = screenOf(bar, look.screens);
+    if (!screen)
+        return;
+    const bool wasHidden = bar.contentOpacity().value_or(1) <= hiddenOpacity;
+    if (!settings.autoHideEnabled) {
+        look.outcome.allHidden = false;
+        show(panel, look, *screen);
+        return;
+    }
+    const Rect frame = bar.frame();
+    // The empty part of a tall panel whose rows are tucked away is not the bar.
+    const bool tucked = settings.autoHideOverflow && !look.inputs.taskOverflowRowsVisible;
+    const double hitHeight = tucked ? look.inputs.geometry.collapsedHeight : frame.height;
+    const auto inStartMenu = [&] {
+        const bool contained = surroundings.startMenuContainsMouse();
+        look.heldByMenu = look.heldByMenu || contained;
+        return contained;
+    };
+    const bool inside = !wasHidden && contains({frame.x, frame.y, frame.width, hitHeight}, look.pointer);
+    const bool active = inside || (wasHidden && isAtEdge(frame, look.pointer)) || inStartMenu() || look.inputs.listOpen
+                        || (look.held && !wasHidden);
+    if (active) {
+        look.outcome.allHidden = false;
+        show(panel, look, *screen);
+        if (wasHidden && settings.lockApplicationsContainerToTaskbar)
+            actions.onStart(frame);
+        return;
+    }
+    if (wasHidden)
+        return;
+    look.outcome.allHidden = false;
+    look.outcome.waiting = true;  // also for the look that finds it hidden
+    const double elapsed = panel.lastPointerInside ? (look.now - *panel.lastPointerInside).count() : 0.0;
+    if (elapsed >= graceSeconds && fade(panel, elapsed) > hiddenOpacity)
+        look.outcome.fading = true;
+}
+
+void AutoHide::show(Panel &panel, const Look &look, const Rect &screen)
+{
+    panel.lastPointerInside = look.now;
+    setPanelState(*panel.panel, 1, false);
     actions.setStartMenuOpacity(1);
-    if (std::abs(panel.headingHeight() - situation.geometry.normalHeight) > heightTolerance)
-        panel.setHeight(situation.geometry.normalHeight, screen);
+    if (std::abs(panel.panel->headingHeight() - look.inputs.geometry.normalHeight) > heightTolerance)
+        panel.panel->setHeight(look.inputs.geometry.normalHeight, screen);
 }
 
 // The pointer has left a bar that can be seen. Gives the opacity.
-double fade(AutoHidePanel &panel, double elapsed, const AutoHideSituation &situation, const AutoHideActions &actions)
+double AutoHide::fade(Panel &panel, double elapsed)
 {
-    const SettingsValues &settings = situation.settings;
-    const bool avoid = settings.expertAvoidRedundantPanelWrites;
     if (settings.appRefreshRate == 0) {
-        setPanelState(panel, 0, true, avoid);
+        setPanelState(*panel.panel, 0, true);
         actions.setStartMenuOpacity(0);
         return 0;
     }
     const double duration = static_cast<double>(settings.animationDurationMS) / 1000;
     // In this order a quotient that is no number, of nothing by nothing, counts as 0.
     const double value = std::max(0.0, 1 - (elapsed - graceSeconds) / duration);
-    setPanelState(panel, value, false, avoid);
+    setPanelState(*panel.panel, value, false);
     actions.setStartMenuOpacity(value);
     if (value <= hiddenOpacity)
-        setPanelState(panel, 0, true, avoid);
+        setPanelState(*panel.panel, 0, true);
     return value;
 }
 
-}  // namespace
+// Writes what differs; where redundant writes are not avoided, everything.
+void AutoHide::setPanelState(AutoHidePanel &panel, double opacity, bool ignoresMouse)
+{
+    const bool writeAll = !settings.expertAvoidRedundantPanelWrites;
+    if (writeAll || std::abs(panel.contentOpacity().value_or(1) - opacity) > opacityTolerance)
+        panel.setContentOpacity(opacity);
+    if (writeAll || panel.ignoresMouseEvents() != ignoresMouse)
+        panel.setIgnoresMouseEvents(ignoresMouse);
+}
 
-double visibilityInterval(std::int64_t appMonitorRefreshRate)
+std::optional<Rect> AutoHide::reveal(const std::optional<Rect> &mainScreen)
+{
+    if (panels.empty())
+        return std::nullopt;
+    for (Panel &panel : panels) {
+        setPanelState(*panel.panel, 1, false);
+        panel.lastPointerInside = loop.monotonicNow();
+    }
+    actions.setTaskbarHidden(false);
+    actions.setStartMenuOpacity(1);
+    resume();
+    const auto target =
+        std::ranges::find(panels, mainScreen, [](const Panel &panel) { return panel.panel->screenFrame(); });
+    return (target == panels.end() ? panels.front() : *target).panel->frame();
+}
+
+// The looks that were left out would have found the pointer where it was.
+void AutoHide::resume()
+{
+    if (visibilityLooks || resizePaused || surroundings.paused())
+        return;
+    const Seconds now = loop.monotonicNow();
+    for (Panel &panel : panels)
+        if (panel.lastPointerInside == lastLook)
+            panel.lastPointerInside = now;
+    lastLook = now;
+    configureVisibilityTimer();
+}
+
+void AutoHide::resumeIfInputsChanged()
+{
+    if (lastSeen && lastSeen != seen(lastSeen->pointer))
+        resume();
+}
+
+// ---------------------------------------------------------------------------------------------------- timers
+
+void AutoHide::configureVisibilityTimer()
+{
+    visibilityLooks.reset();
+    const auto interval = visibilityTimer(settings, surroundings.paused());
+    if (interval && !resizePaused)
+        visibilityLooks = loop.repeat(Seconds(*interval), Seconds(*interval * timerTolerance), [this] { update(); });
+}
+
+void AutoHide::startFadeTimer()
+{
+    const auto interval = fadeTimer(runningFadeInterval, true, settings, surroundings.paused());
+    if (interval == runningFadeInterval)
+        return;
+    runningFadeInterval = interval;
+    fadeLooks = loop.repeat(Seconds(*interval), Seconds(*interval * timerTolerance), [this] { update(); });
+}
+
+void AutoHide::stopFadeTimer()
+{
+    fadeLooks.reset();
+    runningFadeInterval.reset();
+}
+
+void AutoHide::restartFadeTimerIfActive()
+{
+    if (!fadeLooks)
+        return;
+    stopFadeTimer();
+    startFadeTimer();
+}
+
+void AutoHide::pauseChanged()
+{
+    if (surroundings.paused()) {
+        visibilityLooks.reset();
+        stopFadeTimer();
+    } else if (!resizePaused) {
+        configureVisibilityTimer();
+        update();
+    }
+}
+
+void AutoHide::setTaskResizePaused(bool paused)
+{
+    resizePaused = paused;
+    configureVisibilityTimer();
+    if (paused)
+        stopFadeTimer();
+}
+
+std::optional<double> AutoHide::visibilityTimerInterval() const
+{
+    return visibilityLooks ? visibilityTimer(settings, false) : std::nullopt;
+}
+
+// ---------------------------------------------------------------------------------------------------- rules
+
+double AutoHide::visibilityInterval(std::int64_t appMonitorRefreshRate)
 {
     return 1.0 / static_cast<double>(std::clamp<std::int64_t>(appMonitorRefreshRate, 1, 20));
 }
 
-double fadeInterval(std::int64_t appRefreshRate)
+double AutoHide::fadeInterval(std::int64_t appRefreshRate)
 {
     return 1.0 / static_cast<double>(std::clamp<std::int64_t>(appRefreshRate, 10, 60));
 }
 
-void setPanelState(AutoHidePanel &panel, double opacity, bool ignoresMouse, bool avoidRedundantWrites)
+std::optional<double> AutoHide::visibilityTimer(const SettingsValues &values, bool paused)
 {
-    if (!avoidRedundantWrites || std::abs(panel.contentOpacity().value_or(1) - opacity) > opacityTolerance)
-        panel.setContentOpacity(opacity);
-    if (!avoidRedundantWrites || panel.ignoresMouseEvents() != ignoresMouse)
-        panel.setIgnoresMouseEvents(ignoresMouse);
+    return paused ? std::nullopt : std::optional(visibilityInterval(values.appMonitorRefreshRate));
 }
 
-AutoHideOutcome update(std::span<AutoHidePanel *const> panels, const AutoHideSituation &situation,
-                       const AutoHideActions &actions)
-{
-    const SettingsValues &settings = situation.settings;
-    const bool tucked = settings.autoHideOverflow && !situation.taskOverflowRowsVisible;
-    AutoHideOutcome outcome;
-    outcome.allHidden = !panels.empty();
-    for (AutoHidePanel *const panel : panels) {
-        const auto screen = screenOf(*panel, situation.screens);
-        if (!screen)
-            continue;
-        const bool wasHidden = panel->contentOpacity().value_or(1) <= hiddenOpacity;
-        if (!settings.autoHideEnabled) {
-            outcome.allHidden = false;
-            show(*panel, *screen, situation, actions);
-            continue;
-        }
-        const Rect frame = panel->frame();
-        // The empty part of a tall panel whose rows are tucked away is not the bar.
-        const double hitHeight = tucked ? situation.geometry.collapsedHeight : frame.height;
-        const bool inside = !wasHidden && contains({frame.x, frame.y, frame.width, hitHeight}, situation.pointer);
-        const bool active = inside || (wasHidden && isAtEdge(frame, situation.pointer))
-                            || actions.startMenuContainsMouse() || situation.listOpen || (situation.held && !wasHidden);
-        if (active) {
-            outcome.allHidden = false;
-            show(*panel, *screen, situation, actions);
-            if (wasHidden && settings.lockApplicationsContainerToTaskbar)
-                actions.onStart(frame);
-            continue;
-        }
-        if (wasHidden)
-            continue;
-        outcome.allHidden = false;
-        const double elapsed = panel->lastPointerInside ? (situation.now - *panel->lastPointerInside).count() : 0.0;
-        if (elapsed < graceSeconds) {
-            outcome.waiting = true;
-            continue;
-        }
-        if (fade(*panel, elapsed, situation, actions) > hiddenOpacity)
-            outcome.fading = outcome.waiting = true;
-        else
-            outcome.waiting = true;  // the next look finds it hidden
-    }
-    return outcome;
-}
-
-std::optional<Rect> reveal(std::span<AutoHidePanel *const> panels, const std::optional<Rect> &mainScreen,
-                           platform::Seconds now, bool avoidRedundantWrites)
-{
-    if (panels.empty())
-        return std::nullopt;
-    for (AutoHidePanel *const panel : panels) {
-        setPanelState(*panel, 1, false, avoidRedundantWrites);
-        panel->lastPointerInside = now;
-    }
-    const auto target = std::find_if(panels.begin(), panels.end(),
-                                     [&](const AutoHidePanel *panel) { return panel->screenFrame() == mainScreen; });
-    return (target == panels.end() ? panels.front() : *target)->frame();
-}
-
-std::optional<double> visibilityTimer(const SettingsValues &settings, bool paused)
-{
-    return paused ? std::nullopt : std::optional(visibilityInterval(settings.appMonitorRefreshRate));
-}
-
-std::optional<double> fadeTimer(const std::optional<double> &running, bool wanted, const SettingsValues &settings,
-                                bool paused)
+std::optional<double> AutoHide::fadeTimer(const std::optional<double> &running, bool wanted,
+                                          const SettingsValues &values, bool paused)
 {
     if (!wanted)
         return std::nullopt;
     if (running)
         return running;
-    return settings.appRefreshRate <= 0 || paused ? std::nullopt : std::optional(fadeInterval(settings.appRefreshRate));
+    return values.appRefreshRate <= 0 || paused ? std::nullopt : std::optional(fadeInterval(values.appRefreshRate));
 }
 
-}  // namespace korvane::AutoHide
+}  // namespace korvane

@@ -3,6 +3,7 @@
 #include "Models/Bar/TaskbarPass.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace korvane {
 namespace {
@@ -36,13 +37,21 @@ void OverflowReturnLock::toggle(std::size_t currentMainCount, Entries entries)
     mainIDs = locked ? TaskbarPass::windowIDs(leading(entries, currentMainCount)) : WindowIDs();
 }
 
-std::pair<std::vector<TaskbarEntry>, std::vector<TaskbarEntry>>
-OverflowReturnLock::partitionForLock(const std::vector<TaskbarEntry> &value) const
+std::size_t OverflowReturnLock::partition(std::vector<TaskbarEntry> &entries, const WindowIDs &lockedMainWindowIDs)
 {
-    std::pair<std::vector<TaskbarEntry>, std::vector<TaskbarEntry>> parts;
-    for (const TaskbarEntry &entry : value)
-        (!locked || meets(entry, mainIDs) ? parts.first : parts.second).push_back(entry);
-    return parts;
+    const auto others = std::stable_partition(
+        entries.begin(), entries.end(), [&](const TaskbarEntry &entry) { return meets(entry, lockedMainWindowIDs); });
+    return static_cast<std::size_t>(others - entries.begin());
+}
+
+std::pair<std::vector<TaskbarEntry>, std::vector<TaskbarEntry>>
+OverflowReturnLock::partitionForLock(std::vector<TaskbarEntry> value) const
+{
+    const auto main = locked ? partition(value, mainIDs) : value.size();
+    const auto others = value.begin() + static_cast<std::ptrdiff_t>(main);
+    std::vector<TaskbarEntry> overflow(std::make_move_iterator(others), std::make_move_iterator(value.end()));
+    value.erase(others, value.end());
+    return {std::move(value), std::move(overflow)};
 }
 
 void OverflowReturnLock::ejectNonfittingLockedMainEntries(Entries entries, std::size_t mainCount)

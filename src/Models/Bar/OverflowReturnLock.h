@@ -23,9 +23,12 @@ public:
 
     // The button: locks what is on the main row now, or unlocks.
     void toggle(std::size_t currentMainCount, Entries entries);
-    // What belongs to the main row and what does not, each in the order given. Unlocked, everything belongs to it.
+    // Moves the entries that hold a locked window before all others, each part in its order, and gives their number.
+    static std::size_t partition(std::vector<TaskbarEntry> &entries, const WindowIDs &lockedMainWindowIDs);
+    // The same for the lock as it is: what belongs to the main row and what does not. Unlocked, everything belongs to
+    // it.
     std::pair<std::vector<TaskbarEntry>, std::vector<TaskbarEntry>>
-    partitionForLock(const std::vector<TaskbarEntry> &value) const;
+    partitionForLock(std::vector<TaskbarEntry> value) const;
     // What the layout pushed out of the main row stays out.
     void ejectNonfittingLockedMainEntries(Entries entries, std::size_t mainCount);
     // A window that joins a group on the main row follows it.

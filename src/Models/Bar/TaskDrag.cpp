@@ -1,181 +1,138 @@
 #include "Models/Bar/TaskDrag.h"
 
-#include "Models/Base/Identifiers.h"
-
 #include <algorithm>
 #include <utility>
 
 namespace korvane {
-namespace TaskDrag {
-namespace {
 
-constexpr double narrowestEdge = 24;
-constexpr double edgePart = 0.28;  // of the target's width
-
-std::optional<std::string> windowID(const TaskbarEntry &entry)
+TaskDrag::TaskDrag(std::string id, std::set<std::string> windowIDs, const Surroundings &parts)
+    : surroundings(parts), dragID(std::move(id)), shared{dragID, std::nullopt}
 {
-    if (entry.item)
-        return entry.item->id;
-    if (entry.group && !entry.group->windows.empty())
-        return entry.group->windows.front().id;
-    return std::nullopt;
+    surroundings.lock.setDraggedWindowIDs(std::move(windowIDs));
 }
 
-std::optional<std::string> rowEnd(std::span<const TaskbarEntry> entries, std::size_t lower, std::size_t count,
-                                  bool last)
+TaskDrag::~TaskDrag()
 {
-    if (count == 0 || lower + count > entries.size())
-        return std::nullopt;
-    return windowID(entries[last ? lower + count - 1 : lower]);
+    giveUp();
 }
 
-}  // namespace
-
-std::string beforeCue(const std::string &targetID)
+DropProposal TaskDrag::movedTo(const std::optional<TaskDropPlace> &place, double x, const TaskbarLayout &layout)
 {
-    return "before:" + targetID;
-}
-
-std::string intoCue(const std::string &targetID)
-{
-    return "into:" + targetID;
-}
-
-std::string cue(const std::string &targetID, double targetWidth, double x)
-{
-    return x <= std::max(narrowestEdge, targetWidth * edgePart) ? beforeCue(targetID) : intoCue(targetID);
-}
-
-std::optional<std::string> orderedRowTarget(std::span<const TaskbarEntry> entries, std::size_t lower, std::size_t count,
-                                            bool reversed)
-{
-    return rowEnd(entries, lower, count, reversed);
-}
-
-std::optional<std::string> orderedRowEndTarget(std::span<const TaskbarEntry> entries, std::size_t lower,
-                                               std::size_t count, bool reversed)
-{
-    return rowEnd(entries, lower, count, !reversed);
-}
-
-}  // namespace TaskDrag
-
-namespace {
-
-// Ends the drag before the model is asked, and gives what was dragged.
-std::string takeDragged(TaskDragState &state)
-{
-    state.taskDropCue.reset();
-    std::string dragged = std::move(*state.draggedTaskID);
-    state.draggedTaskID.reset();
-    return dragged;
-}
-
-}  // namespace
-
-TaskTargetDropDelegate::TaskTargetDropDelegate(TaskDragState &dragState, const TaskDropActions &dropActions,
-                                               std::string target, double width, bool placeAfter,
-                                               DropCommitted committed)
-    : state(dragState), actions(dropActions), targetID(std::move(target)), targetWidth(width),
-      placeAfterTarget(placeAfter), onDropCommitted(std::move(committed))
-{}
-
-void TaskTargetDropDelegate::dropEntered(double x)
-{
-    if (!state.draggedTaskID || !isItself(*state.draggedTaskID))
-        state.taskDropCue = TaskDrag::cue(targetID, targetWidth, x);
-}
-
-DropProposal TaskTargetDropDelegate::dropUpdated(double x)
-{
-    if (state.draggedTaskID && isItself(*state.draggedTaskID))
+    if (hasEnded())
         return DropProposal::none;
-    state.taskDropCue = TaskDrag::cue(targetID, targetWidth, x);
-    return DropProposal::move;
+    enter(place, x, layout);
+    return delegate ? delegate->dropUpdated(x - currentPlace->left) : DropProposal::none;
 }
 
-// A cue that another target has taken over stays.
-void TaskTargetDropDelegate::dropExited()
+void TaskDrag::layoutChanged(const std::optional<TaskDropPlace> &place, double x, const TaskbarLayout &layout)
 {
-    if (state.taskDropCue == TaskDrag::beforeCue(targetID) || state.taskDropCue == TaskDrag::intoCue(targetID))
-        state.taskDropCue.reset();
+    if (!currentPlace || currentPlace->kind == TaskDropPlace::Kind::arrow)
+        return;
+    left();
+    enter(place, x, layout);
 }
 
-bool TaskTargetDropDelegate::performDrop(double x)
+void TaskDrag::left()
 {
-    if (!state.draggedTaskID || isItself(*state.draggedTaskID)) {
-        state.taskDropCue.reset();
+    if (hasEnded())
+        return;
+    currentPlace.reset();
+    if (const auto before = std::exchange(delegate, nullptr))
+        before->dropExited();
+    currentState = State::began;
+}
+
+bool TaskDrag::drop(const std::optional<TaskDropPlace> &place, double x, const TaskbarLayout &layout)
+{
+    if (hasEnded())
         return false;
+    // The layout may have changed since the pointer came to rest.
+    left();
+    enter(place, x, layout);
+    const bool taken = delegate && delegate->performDrop(x - currentPlace->left);
+    end(taken ? State::dropped : State::givenUp);
+    return taken;
+}
+
+void TaskDrag::giveUp()
+{
+    if (!hasEnded())
+        end(State::givenUp);
+}
+
+void TaskDrag::enter(const std::optional<TaskDropPlace> &place, double x, const TaskbarLayout &layout)
+{
+    const bool same = place && currentPlace && place->isSamePlaceAs(*currentPlace);
+    if (same && place->left == currentPlace->left && place->width == currentPlace->width)
+        return;
+    // The next place takes the cue over before the last one is told that the drag has gone.
+    const auto before = std::exchange(delegate, nullptr);
+    currentPlace = place;
+    currentState = place ? State::overPlace : State::began;
+    if (place) {
+        delegate = delegateOf(*place, layout);
+        // Opening the rows may move what is under the pointer; the next move sees to that.
+        delegate->dropEntered(x - place->left);
     }
-    // By the place of the drop, since another target's exit may have cleared the cue that was shown.
-    const bool into = TaskDrag::cue(targetID, targetWidth, x) == TaskDrag::intoCue(targetID);
-    const std::string dragged = takeDragged(state);
-    if (into)
-        dropInto(dragged);
-    else
-        dropBefore(dragged);
-    onDropCommitted(dragged, into);
-    return true;
+    if (before && !same)
+        before->dropExited();
 }
 
-TaskReorderDropDelegate::TaskReorderDropDelegate(TaskDragState &dragState, const TaskDropActions &dropActions,
-                                                 const RunningAppItem &target, double width, bool placeAfter,
-                                                 DropCommitted committed)
-    : TaskTargetDropDelegate(dragState, dropActions, target.id, width, placeAfter, std::move(committed))
-{}
-
-CustomGroupDropDelegate::CustomGroupDropDelegate(TaskDragState &dragState, const TaskDropActions &dropActions,
-                                                 RunningAppGroup group, double width, bool placeAfter,
-                                                 DropCommitted committed)
-    : TaskTargetDropDelegate(dragState, dropActions, group.id, width, placeAfter, std::move(committed)),
-      target(std::move(group))
-{}
-
-bool CustomGroupDropDelegate::isItself(const std::string &draggedID) const
+// Also of a drag that was given up: it leaves nothing behind.
+void TaskDrag::end(State state)
 {
-    return draggedID == Identifiers::groupDrag(targetID);
+    left();
+    currentState = state;
+    shared = {};
+    surroundings.lock.setDraggedWindowIDs({});
+    surroundings.hover.dragEnded();
 }
 
-void CustomGroupDropDelegate::dropBefore(const std::string &draggedID)
+std::unique_ptr<TaskDropDelegate> TaskDrag::delegateOf(const TaskDropPlace &place, const TaskbarLayout &layout)
 {
-    if (target.windows.empty())
-        actions.dropTask(draggedID, target);  // there is nothing to stand beside
-    else
-        actions.dropTaskOnRow(draggedID, target.windows.front().id, placeAfterTarget);
-}
-
-bool TaskRowDropDelegate::performDrop(double)
-{
-    if (!state.draggedTaskID || !targetID) {
-        state.taskDropCue.reset();
-        return false;
+    using Kind = TaskDropPlace::Kind;
+    auto &[requests, hover, lock] = surroundings;
+    const auto row = std::ranges::find(layout.overflowRows, place.rowID, &OverflowRow::id);
+    const bool overflow = row != layout.overflowRows.end(), reversed = overflow;
+    const std::size_t lower = overflow ? static_cast<std::size_t>(row->lower) : 0;
+    const std::size_t count = overflow ? static_cast<std::size_t>(row->count) : layout.mainCount;
+    const DropCommitted committed = [&heldRows = lock, overflow](const std::string &, bool) {
+        if (overflow)
+            heldRows.recordManualOverflowDrop();
+        else
+            heldRows.recordManualMainDrop();
+    };
+    switch (place.kind) {
+    case Kind::task:
+        return std::make_unique<TaskReorderDropDelegate>(shared, requests, *layout.entries.at(place.entry).item,
+                                                         place.width, reversed, committed);
+    case Kind::group:
+        return std::make_unique<CustomGroupDropDelegate>(shared, requests, *layout.entries.at(place.entry).group,
+                                                         place.width, reversed, committed);
+    case Kind::row:
+        return std::make_unique<TaskRowDropDelegate>(
+            shared, requests, TaskDrops::orderedRowTarget(layout.entries, lower, count, reversed), committed);
+    case Kind::endZone:
+        return std::make_unique<TaskEdgeDropDelegate>(
+            shared, requests, TaskDrops::orderedRowEndTarget(layout.entries, lower, count, reversed).value_or(""), true,
+            committed);
+    case Kind::endCap: {
+        // The row without tasks sends to the end of the order.
+        const auto target = count > 0 ? TaskDrops::orderedRowEndTarget(layout.entries, lower, count, reversed)
+                                      : TaskDrops::orderedRowEndTarget(layout.entries, 0, layout.entries.size(), false);
+        return std::make_unique<OverflowRowEndDropDelegate>(
+            shared, requests, target,
+            [&heldRows = lock, wasEmpty = count == 0, entries = layout.entries, mainCount = layout.mainCount](
+                const std::string &) { heldRows.recordOverflowRowEndDrop(wasEmpty, entries, mainCount); });
     }
-    const std::string dragged = takeDragged(state);
-    actions.dropTaskOnRow(dragged, *targetID, false);
-    onDropCommitted(dragged, true);
-    return true;
-}
-
-bool TaskEdgeDropDelegate::performDrop(double)
-{
-    if (!state.draggedTaskID)
-        return false;
-    const std::string dragged = takeDragged(state);
-    actions.dropTaskOnRow(dragged, targetID, after);
-    if (onDropCommitted)
-        onDropCommitted(dragged, true);
-    return true;
-}
-
-bool OverflowRowEndDropDelegate::performDrop(double)
-{
-    if (!state.draggedTaskID)
-        return false;
-    const std::string dragged = takeDragged(state);
-    if (targetID)
-        actions.dropTaskAtOverflowRowEnd(dragged, *targetID);
-    onDropCommitted(dragged);
-    return true;
+    case Kind::arrow:
+        return std::make_unique<OverflowArrowHoverDropDelegate>(
+            [&rows = hover] { rows.overflowArrowHoverChanged(true); },
+            [&rows = hover] { rows.overflowArrowHoverChanged(false); });
+    case Kind::tuckedRows:
+        return std::make_unique<OverflowDragRevealDropDelegate>([&rows = hover] { rows.revealForDrag(); });
+    }
+    return nullptr;
 }
 
 }  // namespace korvane

@@ -1,195 +1,83 @@
-// What dragging a task over the bar does: for each kind of target, what it shows under the drag and what a drop on it
-// asks of the model. Nothing here reads what is being carried: only drags that began on this bar count, and the bar
-// knows those.
+// One drag of a task over its bar, from the moment it begins until it is dropped or given up. It owns the delegate of
+// the place under it, and ends exactly once.
 #pragma once
 
-#include "Models/Base/Records.h"
+#include "Models/Bar/OverflowHover.h"
+#include "Models/Bar/OverflowReturnLock.h"
+#include "Models/Bar/TaskDropDelegates.h"
+#include "Models/Bar/TaskbarPass.h"
 
-#include <functional>
+#include <memory>
 #include <optional>
-#include <span>
+#include <set>
 #include <string>
 
 namespace korvane {
 
-// The drag under way on one bar.
-struct TaskDragState {
-    std::optional<std::string> draggedTaskID;  // a drag id
-    std::optional<std::string> taskDropCue;    // "before:" or "into:" and a target's id
-};
+// A place of the bar that takes drags, where the view has found it.
+struct TaskDropPlace {
+    enum class Kind { arrow, endCap, task, group, endZone, row, tuckedRows };
 
-// The model's part in a drop.
-struct TaskDropActions {
-    std::function<void(const std::string &id, const std::string &with)> groupTask;
-    std::function<void(const std::string &id, const std::string &adjacentTo, bool after)> dropTaskOnRow;
-    std::function<void(const std::string &id, const RunningAppGroup &onto)> dropTask;
-    std::function<void(const std::string &id, const std::string &targetID)> dropTaskAtOverflowRowEnd;
-};
+    Kind kind = Kind::row;
+    int rowID = mainRowID;
+    std::size_t entry = 0;       // in the layout, of a task or a group
+    std::string entryID;         // likewise
+    double left = 0, width = 0;  // in the view
 
-namespace TaskDrag {
-
-// The left part of a button reorders, the rest groups. `x` and `targetWidth` in the button's own coordinates.
-std::string cue(const std::string &targetID, double targetWidth, double x);
-std::string beforeCue(const std::string &targetID);
-std::string intoCue(const std::string &targetID);
-
-// The entry at the row's visual left end and at its right end, as a window's id; absent on a row without tasks.
-std::optional<std::string> orderedRowTarget(std::span<const TaskbarEntry> entries, std::size_t lower, std::size_t count,
-                                            bool reversed);
-std::optional<std::string> orderedRowEndTarget(std::span<const TaskbarEntry> entries, std::size_t lower,
-                                               std::size_t count, bool reversed);
-
-}  // namespace TaskDrag
-
-enum class DropProposal { none, move };
-
-// One place of the bar under a drag. `x` counts from its left edge.
-class TaskDropDelegate {
-public:
-    virtual ~TaskDropDelegate() = default;
-    virtual void dropEntered(double) {}
-    virtual DropProposal dropUpdated(double) { return DropProposal::move; }
-    virtual void dropExited() {}
-    // Whether the drop was taken.
-    virtual bool performDrop(double x) = 0;
-};
-
-using DropCommitted = std::function<void(const std::string &draggedID, bool)>;
-
-// What the delegates of tasks share.
-class TaskTargetDropDelegate : public TaskDropDelegate {
-public:
-    TaskTargetDropDelegate(TaskDragState &state, const TaskDropActions &actions, std::string targetID,
-                           double targetWidth, bool placeAfterTarget, DropCommitted onDropCommitted);
-
-    void dropEntered(double x) override;
-    DropProposal dropUpdated(double x) override;
-    void dropExited() override;
-    bool performDrop(double x) override;
-
-protected:
-    virtual bool isItself(const std::string &draggedID) const = 0;
-    virtual void dropInto(const std::string &draggedID) = 0;
-    virtual void dropBefore(const std::string &draggedID) = 0;
-
-    TaskDragState &state;
-    const TaskDropActions &actions;
-    std::string targetID;
-    double targetWidth;
-    bool placeAfterTarget;
-
-private:
-    DropCommitted onDropCommitted;
-};
-
-// A one-window button.
-class TaskReorderDropDelegate final : public TaskTargetDropDelegate {
-public:
-    TaskReorderDropDelegate(TaskDragState &state, const TaskDropActions &actions, const RunningAppItem &target,
-                            double targetWidth, bool placeAfterTarget, DropCommitted onDropCommitted);
-
-protected:
-    bool isItself(const std::string &draggedID) const override { return draggedID == targetID; }
-    void dropInto(const std::string &draggedID) override { actions.groupTask(draggedID, targetID); }
-    void dropBefore(const std::string &draggedID) override
+    // The same place, wherever it has moved to meanwhile.
+    bool isSamePlaceAs(const TaskDropPlace &other) const
     {
-        actions.dropTaskOnRow(draggedID, targetID, placeAfterTarget);
+        return kind == other.kind && rowID == other.rowID && entryID == other.entryID;
     }
 };
 
-// A group's button, custom or automatic.
-class CustomGroupDropDelegate final : public TaskTargetDropDelegate {
+class TaskDrag {
 public:
-    CustomGroupDropDelegate(TaskDragState &state, const TaskDropActions &actions, RunningAppGroup target,
-                            double targetWidth, bool placeAfterTarget, DropCommitted onDropCommitted);
+    enum class State { began, overPlace, dropped, givenUp };
 
-protected:
-    bool isItself(const std::string &draggedID) const override;
-    void dropInto(const std::string &draggedID) override { actions.dropTask(draggedID, target); }
-    void dropBefore(const std::string &draggedID) override;
+    // What a drag acts on besides the layout. All of it outlives the drag.
+    struct Surroundings {
+        TaskDropRequests &requests;
+        OverflowHover &hover;
+        OverflowReturnLock &lock;
+    };
+
+    // `windowIDs`: the windows that `dragID` stands for.
+    TaskDrag(std::string dragID, std::set<std::string> windowIDs, const Surroundings &surroundings);
+    TaskDrag(const TaskDrag &) = delete;
+    TaskDrag &operator=(const TaskDrag &) = delete;
+    // Gives the drag up if it has not ended.
+    ~TaskDrag();
+
+    State state() const { return currentState; }
+    bool hasEnded() const { return currentState == State::dropped || currentState == State::givenUp; }
+    const std::string &draggedTaskID() const { return dragID; }
+    const std::optional<std::string> &taskDropCue() const { return shared.taskDropCue; }
+    const std::optional<TaskDropPlace> &place() const { return currentPlace; }
+
+    // The pointer is over that place, or over none, at `x` in the view. Says whether a drop there would be taken. After
+    // the end this and the following operations do nothing.
+    DropProposal movedTo(const std::optional<TaskDropPlace> &place, double x, const TaskbarLayout &layout);
+    // The layout has changed under a drag that rests: its place has another target now. The arrow stays what it is, and
+    // its wait goes on.
+    void layoutChanged(const std::optional<TaskDropPlace> &place, double x, const TaskbarLayout &layout);
+    // The pointer left the bar; the drag goes on.
+    void left();
+    // Lets go over that place and ends the drag. Says whether the drop was taken.
+    bool drop(const std::optional<TaskDropPlace> &place, double x, const TaskbarLayout &layout);
+    void giveUp();
 
 private:
-    RunningAppGroup target;
-};
+    void enter(const std::optional<TaskDropPlace> &place, double x, const TaskbarLayout &layout);
+    void end(State state);
+    std::unique_ptr<TaskDropDelegate> delegateOf(const TaskDropPlace &place, const TaskbarLayout &layout);
 
-// The row beside its buttons: a drop goes to the visual left end.
-class TaskRowDropDelegate final : public TaskDropDelegate {
-public:
-    TaskRowDropDelegate(TaskDragState &dragState, const TaskDropActions &dropActions, std::optional<std::string> target,
-                        DropCommitted committed)
-        : state(dragState), actions(dropActions), targetID(std::move(target)), onDropCommitted(std::move(committed))
-    {}
-    bool performDrop(double x) override;
-
-private:
-    TaskDragState &state;
-    const TaskDropActions &actions;
-    std::optional<std::string> targetID;
-    DropCommitted onDropCommitted;
-};
-
-// The free room at the end of a row.
-class TaskEdgeDropDelegate final : public TaskDropDelegate {
-public:
-    TaskEdgeDropDelegate(TaskDragState &dragState, const TaskDropActions &dropActions, std::string target,
-                         bool placeAfter, DropCommitted committed)
-        : state(dragState), actions(dropActions), targetID(std::move(target)), after(placeAfter),
-          onDropCommitted(std::move(committed))
-    {}
-    bool performDrop(double x) override;
-
-private:
-    TaskDragState &state;
-    const TaskDropActions &actions;
-    std::string targetID;
-    bool after;
-    DropCommitted onDropCommitted;
-};
-
-// An overflow row's end cap. Without a target, on a bar without tasks, only the callback is told.
-class OverflowRowEndDropDelegate final : public TaskDropDelegate {
-public:
-    OverflowRowEndDropDelegate(TaskDragState &dragState, const TaskDropActions &dropActions,
-                               std::optional<std::string> target,
-                               std::function<void(const std::string &draggedID)> committed)
-        : state(dragState), actions(dropActions), targetID(std::move(target)), onDropCommitted(std::move(committed))
-    {}
-    bool performDrop(double x) override;
-
-private:
-    TaskDragState &state;
-    const TaskDropActions &actions;
-    std::optional<std::string> targetID;
-    std::function<void(const std::string &)> onDropCommitted;
-};
-
-// The arrow button: a drag that rests on it opens the rows.
-class OverflowArrowHoverDropDelegate final : public TaskDropDelegate {
-public:
-    OverflowArrowHoverDropDelegate(std::function<void()> onEntered, std::function<void()> onExited)
-        : entered(std::move(onEntered)), exited(std::move(onExited))
-    {}
-    void dropEntered(double) override { entered(); }
-    void dropExited() override { exited(); }
-    bool performDrop(double) override
-    {
-        exited();
-        return false;
-    }
-
-private:
-    std::function<void()> entered, exited;
-};
-
-// The room of tucked rows: they open at once, so that a task can be dropped on them.
-class OverflowDragRevealDropDelegate final : public TaskDropDelegate {
-public:
-    explicit OverflowDragRevealDropDelegate(std::function<void()> onEntered) : reveal(std::move(onEntered)) {}
-    void dropEntered(double) override { reveal(); }
-    bool performDrop(double) override { return false; }
-
-private:
-    std::function<void()> reveal;
+    Surroundings surroundings;
+    std::string dragID;
+    State currentState = State::began;
+    TaskDragState shared;
+    std::optional<TaskDropPlace> currentPlace;
+    std::unique_ptr<TaskDropDelegate> delegate;  // of the place
 };
 
 }  // namespace korvane

@@ -1,5 +1,7 @@
 #include "Models/Bar/TaskbarPass.h"
 
+#include "Models/Bar/OverflowReturnLock.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -9,15 +11,6 @@ namespace {
 // The empty row that carries the brightness and volume controls while no task overflows.
 constexpr double controlsRowWidth = 142;
 constexpr double controlsRowBufferWidth = 114;
-
-bool holdsLockedWindow(const TaskbarEntry &entry, const std::set<std::string> &locked)
-{
-    if (entry.item && locked.contains(entry.item->id))
-        return true;
-    return entry.group
-           && std::any_of(entry.group->windows.begin(), entry.group->windows.end(),
-                          [&](const RunningAppItem &item) { return locked.contains(item.id); });
-}
 
 }  // namespace
 
@@ -41,14 +34,9 @@ TaskbarLayout run(const TaskbarPassInput &input, const MeasureText &measure)
     layout.entries = TaskGrouping::taskbarEntries(input.runningApps, settings, layout.groupAll);
     if (input.settingsTask)
         layout.entries.push_back(TaskbarEntry::ofItem(*input.settingsTask));
-    layout.partitionMainCount = layout.entries.size();
-    if (input.overflowReturnLocked) {
-        const auto overflow =
-            std::stable_partition(layout.entries.begin(), layout.entries.end(), [&](const TaskbarEntry &entry) {
-                return holdsLockedWindow(entry, input.lockedMainWindowIDs);
-            });
-        layout.partitionMainCount = static_cast<std::size_t>(overflow - layout.entries.begin());
-    }
+    layout.partitionMainCount = input.overflowReturnLocked
+                                    ? OverflowReturnLock::partition(layout.entries, input.lockedMainWindowIDs)
+                                    : layout.entries.size();
 
     for (const TaskbarEntry &entry : layout.entries) {
         const auto byHand = input.taskWidthOverrides.find(entry.id);

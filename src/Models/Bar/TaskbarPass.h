@@ -31,6 +31,8 @@ struct TaskbarPassInput {
     std::set<std::string> lockedMainWindowIDs;
 };
 
+inline constexpr int mainRowID = 0;  // overflow rows count from 1
+
 struct TaskbarLayout {
     double quicklyLaunchRightEdge = 0;
     double mainTrailingControlsWidth = 0;

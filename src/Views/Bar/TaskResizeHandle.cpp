@@ -8,38 +8,41 @@
 
 namespace korvane {
 
-TaskResizeHandle::TaskResizeHandle(TaskResizeActions actions, QWidget *parent)
-    : QAbstractButton(parent), resize(std::move(actions))
+TaskResizeHandle::TaskResizeHandle(Bar &ownBar, QWidget *parent) : QAbstractButton(parent), bar(ownBar)
 {
     setFocusPolicy(Qt::NoFocus);
     setCursor(Qt::SizeHorCursor);
     setAccessibleName(QStringLiteral("Resize"));
     // Pressed through the accessibility tree it keeps the width, as a click without a movement does.
     connect(this, &QAbstractButton::clicked, this, [this] {
-        resize.changed(buttonWidth, 0);
-        resize.ended();
+        if (TaskResize *grip = bar.grip()) {
+            grip->changed(buttonWidth, 0);
+            grip->ended();
+        }
     });
 }
 
-TaskResizeHandle::~TaskResizeHandle()
+bool TaskResizeHandle::resizing() const
 {
-    resize.cancelled();
+    const TaskResize *grip = bar.grip();
+    return grip && grip->resizing();
 }
 
 void TaskResizeHandle::setButton(const QRect &newButton, double newWidth)
 {
-    if (resize.resizing())
+    if (resizing())
         return;
     buttonWidth = newWidth;
-    if (button == newButton)
-        return;
     button = newButton;
     place();
 }
 
 void TaskResizeHandle::place()
 {
-    const double centre = resize.gripCentreX(button.width());
+    const TaskResize *grip = bar.grip();
+    if (!grip)
+        return;
+    const double centre = grip->gripCentreX(button.width());
     setGeometry(button.left() + static_cast<int>(std::lround(centre - Metrics::gripHitWidth / 2.0)),
                 button.top() + static_cast<int>(std::lround(Metrics::gripCentreY - Metrics::gripHeight / 2.0)),
                 Metrics::gripHitWidth, Metrics::gripHeight);
@@ -47,24 +50,27 @@ void TaskResizeHandle::place()
 
 void TaskResizeHandle::mousePressEvent(QMouseEvent *event)
 {
-    if (event->button() != Qt::LeftButton)
+    TaskResize *grip = bar.grip();
+    if (!grip || event->button() != Qt::LeftButton)
         return;
     pressedAt = event->globalPosition().x();
-    resize.changed(buttonWidth, 0);
+    grip->changed(buttonWidth, 0);
 }
 
 void TaskResizeHandle::mouseMoveEvent(QMouseEvent *event)
 {
-    if (!resize.resizing())
+    TaskResize *grip = bar.grip();
+    if (!grip || !grip->resizing())
         return;
-    resize.changed(buttonWidth, event->globalPosition().x() - pressedAt);
+    grip->changed(buttonWidth, event->globalPosition().x() - pressedAt);
     place();
 }
 
 void TaskResizeHandle::mouseReleaseEvent(QMouseEvent *event)
 {
-    if (event->button() == Qt::LeftButton)
-        resize.ended();
+    TaskResize *grip = bar.grip();
+    if (grip && event->button() == Qt::LeftButton)
+        grip->ended();
 }
 
 void TaskResizeHandle::paintEvent(QPaintEvent *)

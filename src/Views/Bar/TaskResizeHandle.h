@@ -1,7 +1,7 @@
 // The grip at the right edge of a tab whose width is being set. The tab keeps its width while the grip is dragged.
 #pragma once
 
-#include "Models/Bar/TaskResize.h"
+#include "Models/Bar/Bar.h"
 
 #include <QAbstractButton>
 
@@ -11,14 +11,12 @@ class TaskResizeHandle final : public QAbstractButton {
     Q_OBJECT
 
 public:
-    // A handle that goes away in the middle of a drag ends the resizing without a new width.
-    TaskResizeHandle(TaskResizeActions actions, QWidget *parent);
-    ~TaskResizeHandle() override;
+    // The handle of the bar's armed entry; it moves on when another one is armed. `bar` outlives it.
+    TaskResizeHandle(Bar &bar, QWidget *parent);
 
     // `button` in the parent's coordinates; `width` is its width before that was rounded to whole points. While the
     // grip is dragged it stays with the width at which that began.
     void setButton(const QRect &button, double width);
-    bool resizing() const { return resize.resizing(); }
 
 protected:
     void mousePressEvent(QMouseEvent *event) override;
@@ -27,9 +25,10 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    bool resizing() const;
     void place();
 
-    TaskResize resize;
+    Bar &bar;
     QRect button;
     double buttonWidth = 0;
     double pressedAt = 0;  // of the desktop

@@ -12,8 +12,6 @@
 
 namespace korvane {
 
-inline constexpr int mainRowID = 0;  // overflow rows count from 1
-
 // One overflow row's card.
 struct CardPlace {
     int rowID = 0;

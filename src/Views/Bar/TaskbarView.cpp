@@ -21,34 +21,38 @@ ViewServices::ViewServices() : tabText(systemFont(Metrics::buttonFontSize)) {}
 
 TaskbarView::TaskbarView(AppModel &appModel, ViewServices &viewServices, platform::Platform &system, QWidget *parent)
     : QWidget(parent), model(appModel), services(viewServices), platform(system),
-      hover(system.loop,
-            {[this](bool visible) { model.setTaskOverflowRowsVisible(visible); },
-             [this](bool expanded) { model.setTaskRowsExpanded(expanded); }, [this] { arrangeRows(); }},
-            appModel.settings().autoHideOverflow),
-      knownGroupMembers(appModel.settings().customGroupMembers), mainRow(new MainRowView(this)),
+      ownBar(appModel, system.loop, [this](std::string_view text) { return services.tabText.width(text); },
+             {[this] { updateFromModel(); }, [this] { arrangeRows(); }, [this] { showCue(); }}),
+      host{model,
+           services,
+           platform,
+           [this](const std::string &dragID, const std::set<std::string> &windowIDs, bool first) {
+               ownBar.setTaskPosition(dragID, windowIDs, first);
+           },
+           [this] {
+               if (showSettings)
+                   showSettings();
+           },
+           [this](const std::string &entryID) { ownBar.armResize(entryID); },
+           [this](QWidget &source, const std::string &dragID, const std::set<std::string> &windowIDs) {
+               beginDrag(source, dragID, windowIDs);
+           }},
+      mainRow(new MainRowView(this)),
       attention(new AttentionControlView(appModel, viewServices, system, true, mainRow)),
       clock(new ClockView(system, mainRow)), cue(new TaskDropCue(this))
 {
     installTaskbarAccessibility();
     setAcceptDrops(true);
-    dropActions = {
-        [this](const std::string &id, const std::string &with) { model.groupTask(id, with); },
-        [this](const std::string &id, const std::string &adjacentTo, bool after) {
-            model.dropTaskOnRow(id, adjacentTo, after);
-        },
-        [this](const std::string &id, const RunningAppGroup &onto) { model.dropTask(id, onto); },
-        [this](const std::string &id, const std::string &targetID) { model.dropTaskAtOverflowRowEnd(id, targetID); }};
-    connect(&mainRow->arrow(), &QAbstractButton::clicked, this,
-            [this] { hover.toggleArrow(model.taskRowsExpanded()); });
+    connect(&mainRow->arrow(), &QAbstractButton::clicked, this, [this] { ownBar.clickOverflowArrow(); });
     connect(&mainRow->arrow(), &SymbolButton::hoverChanged, this,
-            [this](bool hovered) { hover.overflowArrowHoverChanged(hovered); });
+            [this](bool hovered) { ownBar.overflowArrowHoverChanged(hovered); });
     connect(&mainRow->closeAll(), &QAbstractButton::clicked, this, [this] { model.confirmCloseAllWindows(); });
     connect(&mainRow->hideAll(), &QAbstractButton::clicked, this, [this] { model.hideVisibleWindows(); });
 }
 
 TaskbarView::~TaskbarView()
 {
-    // Before what they were lent.
+    // The grip and the buttons refer to the bar and to the host, which end before this widget's children do.
     delete resizeHandle;
     qDeleteAll(findChildren<TaskButton *>());
 }
@@ -69,75 +73,18 @@ void TaskbarView::setTranslucent(bool translucent)
 
 void TaskbarView::updateFromModel()
 {
-    hover.setAutoHideOverflow(model.settings().autoHideOverflow);
-    runPass();
-    reactToChanges();
+    ownBar.update(width());
     arrange();
-    // Several screens share the one count, and the last writer wins: each view speaks up for its own changes alone.
-    if (reportedRowCount != current.rowCount) {
-        reportedRowCount = current.rowCount;
-        model.setTaskOverflowRowCount(current.rowCount);
-    }
-}
-
-void TaskbarView::runPass()
-{
-    const TaskbarPassInput input{.runningApps = model.runningApps(),
-                                 .settingsTask = model.settingsTaskItem(),
-                                 .settings = model.settings(),
-                                 .quicklyLaunchItemCount = 0,
-                                 .width = static_cast<double>(width()),
-                                 .showsAttentionIndicator = model.shouldShowTaskbarAttentionIndicator(),
-                                 .taskWidthOverrides = overrides,
-                                 .overflowReturnLocked = lock.overflowReturnLocked(),
-                                 .lockedMainWindowIDs = lock.lockedMainWindowIDs()};
-    current = TaskbarPass::run(input, [this](std::string_view text) { return services.tabText.width(text); });
-}
-
-// What the lock names and the widths set by hand follow the tasks. Most passes change nothing here.
-void TaskbarView::reactToChanges()
-{
-    const auto settingsTask = model.settingsTaskItem();
-    const auto mainCounts = [this] { return std::pair(current.mainCount, current.partitionMainCount); };
-    const auto before = std::pair(overrides.size(), lock.lockedMainWindowIDs().size());
-    TaskWidthOverrides::prune(overrides, model.runningApps(), model.settings().customGroupMembers,
-                              settingsTask ? std::optional(settingsTask->id) : std::nullopt);
-    if (knownGroupMembers != model.settings().customGroupMembers) {
-        knownGroupMembers = model.settings().customGroupMembers;
-        lock.retainLockedMainGroupMembers(current.entries);
-    }
-    if (lock.overflowReturnLocked()) {
-        OverflowReturnLock::WindowIDs live;
-        for (const RunningAppItem &item : model.runningApps())
-            live.insert(item.id);
-        if (settingsTask)
-            live.insert(settingsTask->id);
-        lock.pruneLockedMainWindowIDs(live);
-    }
-    if (before != std::pair(overrides.size(), lock.lockedMainWindowIDs().size()))
-        runPass();
-    // Each round takes windows away from the lock or ends it.
-    while (knownMainCounts && *knownMainCounts != mainCounts()) {
-        knownMainCounts = mainCounts();
-        const auto named = lock.lockedMainWindowIDs().size();
-        lock.ejectNonfittingLockedMainEntries(current.entries, current.mainCount);
-        if (named == lock.lockedMainWindowIDs().size())
-            break;
-        runPass();
-    }
-    knownMainCounts = mainCounts();
-    // The grip of a task that is gone holds nothing still any more.
-    if (armedID && std::none_of(current.entries.begin(), current.entries.end(), [&](const TaskbarEntry &entry) {
-            return entry.id == *armedID;
-        }))
-        armedID.reset();
 }
 
 void TaskbarView::arrange()
 {
     arrangeRows();
     arrangeButtons();
-    renewDropPlace();
+    // Other tabs may lie under a drag that rests.
+    if (dragPoint)
+        ownBar.dragRestsOver(dropPlaceAt(*dragPoint), dragPoint->x());
+    showCue();
 }
 
 QWidget *TaskbarView::rowWidget(int rowID)
@@ -147,6 +94,7 @@ QWidget *TaskbarView::rowWidget(int rowID)
 
 void TaskbarView::arrangeButtons()
 {
+    const TaskbarLayout &current = ownBar.layout();
     // Most passes find every entry where the last one had it.
     std::vector<Buttons::value_type *> order;
     order.reserve(current.entries.size());
@@ -189,7 +137,8 @@ void TaskbarView::arrangeButtons()
 void TaskbarView::arrangeRows()
 {
     const SettingsValues &settings = model.settings();
-    places = taskbarGeometry({current, settings, size(), model.taskRowsExpanded(), hover.overflowOpen()});
+    places = taskbarGeometry(
+        {ownBar.layout(), settings, size(), model.taskRowsExpanded(), ownBar.overflowHover().overflowOpen()});
     const GroundLook ground{settings.barOpacity, isTranslucent};
     mainRow->setLook(ground);
     mainRow->arrange(places);
@@ -210,7 +159,7 @@ void TaskbarView::arrangeRows()
         if (!cards.empty())
             card->stackUnder(cards.back());
         if (card->lockButton()) {
-            connect(card->lockButton(), &QAbstractButton::clicked, this, &TaskbarView::clickedLock);
+            connect(card->lockButton(), &QAbstractButton::clicked, this, [this] { ownBar.clickOverflowReturnLock(); });
             connect(card->refreshButton(), &QAbstractButton::clicked, this,
                     [this] { model.manualRefreshAndRepaint(); });
         }
@@ -220,19 +169,20 @@ void TaskbarView::arrangeRows()
     }
     for (std::size_t i = 0; i < cards.size(); ++i) {
         cards[i]->setLook(ground);
-        cards[i]->setLocked(lock.overflowReturnLocked());
+        cards[i]->setLocked(ownBar.overflowReturnLock().overflowReturnLocked());
         cards[i]->arrange(places.cards[i],
                           settings.mediaSliderDisplay == "Overflow" ? 2 * Metrics::trayButtonWidth : 0);
     }
 
-    const bool down = settings.autoHideOverflow ? hover.overflowLatchedOpen() : model.taskRowsExpanded();
+    const bool down =
+        settings.autoHideOverflow ? ownBar.overflowHover().overflowLatchedOpen() : model.taskRowsExpanded();
     mainRow->arrow().setLook({.symbol = down ? QStringLiteral("chevron.down.bold") : QStringLiteral("chevron.up.bold"),
                               .text = {},
                               .size = Metrics::arrowSize});
     mainRow->arrow().setTip(settings.autoHideOverflow
                                 ? (down ? QStringLiteral("Tuck overflow") : QStringLiteral("Expand all overflow"))
                                 : (down ? QStringLiteral("Collapse tasks") : QStringLiteral("Show remaining tasks")));
-    mainRow->arrow().setVisible(current.hasOverflow);
+    mainRow->arrow().setVisible(ownBar.layout().hasOverflow);
     arrangeControls();
     arrangeResizeHandle();
     cue->raise();
@@ -256,7 +206,7 @@ void TaskbarView::arrangeControls()
     attention->updateFromModel();
     put(*clock, mainRow, places.clock);
     clock->setRefreshSeconds(model.settings().taskbarRefreshSeconds);
-    clock->setPaused(armedID.has_value());
+    clock->setPaused(ownBar.armedResizeID().has_value());
 
     const std::string &display = model.settings().mediaSliderDisplay;
     const bool onCard = display == "Overflow" && !cards.empty(), onBar = display == "Taskbar";
@@ -282,12 +232,6 @@ void TaskbarView::arrangeControls()
     put(*volume, parent, QRect(room.topLeft() + QPoint(Metrics::trayButtonWidth, 0), size));
     brightness->show();
     volume->show();
-}
-
-void TaskbarView::clickedLock()
-{
-    lock.toggle(current.mainCount, current.entries);
-    updateFromModel();
 }
 
 int TaskbarView::shownHeight() const

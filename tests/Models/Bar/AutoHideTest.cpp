@@ -1,5 +1,7 @@
-// The decisions one look at a time, at the moments and places where they turn.
+// The decisions one look at a time, at the moments and places where they turn, and the timers in virtual time.
 #include "Models/Bar/AutoHide.h"
+
+#include "Platform/Simulated/VirtualLoop.h"
 
 #include <gtest/gtest.h>
 #include <memory>
@@ -54,37 +56,47 @@ protected:
         settings.animationDurationMS = 400;
         settings.lockApplicationsContainerToTaskbar = false;
         settings.expertAvoidRedundantPanelWrites = true;
+        machine.addPanel(panel, std::nullopt);
     }
-    AutoHideOutcome look(double now, Point pointer)
+    AutoHideOutcome look(double now, Point place)
     {
-        return AutoHide::update(panels,
-                                {.now = Seconds(now),
-                                 .pointer = pointer,
-                                 .screens = screens,
-                                 .geometry = geometry,
-                                 .settings = settings,
-                                 .taskOverflowRowsVisible = rowsVisible,
-                                 .listOpen = listOpen,
-                                 .held = held},
-                                {[this] { return inStartMenu; },
-                                 [this](double value) { menuOpacities.push_back(value); },
-                                 [this](const Rect &frame) { starts.push_back(frame); }});
+        pointer = place;
+        loop.advance(Seconds(now) - loop.monotonicNow());
+        return machine.update();
     }
     // It was last on the bar at 0.
     AutoHideOutcome lookAfter(double elapsed)
     {
-        panel.lastPointerInside = Seconds(0);
+        machine.removePanels();
+        machine.addPanel(panel, Seconds(0));
         return look(elapsed, away);
     }
+    std::optional<Seconds> lastInside() const { return machine.lastPointerInside(panel); }
 
+    platform::simulated::VirtualLoop loop;
     SettingsValues settings;
     Panel panel;
-    std::vector<AutoHidePanel *> panels{&panel};
+    Point pointer = away;
     std::vector<Rect> screens{screen};
     OverflowGeometry geometry{34, 34};
-    bool rowsVisible = false, listOpen = false, held = false, inStartMenu = false;
+    bool rowsVisible = false, listOpen = false, held = false, inStartMenu = false, paused = false;
     std::vector<double> menuOpacities;
     std::vector<Rect> starts;
+    std::vector<bool> hidden;
+    AutoHide machine{loop,
+                     settings,
+                     {.pointer = [this] { return pointer; },
+                      .screens = [this] { return screens; },
+                      .inputs =
+                          [this] {
+                              return AutoHideInputs{geometry, rowsVisible, listOpen};
+                          },
+                      .held = [this] { return held; },
+                      .startMenuContainsMouse = [this] { return inStartMenu; },
+                      .paused = [this] { return paused; }},
+                     {.setTaskbarHidden = [this](bool value) { hidden.push_back(value); },
+                      .setStartMenuOpacity = [this](double value) { menuOpacities.push_back(value); },
+                      .onStart = [this](const Rect &frame) { starts.push_back(frame); }}};
 };
 
 TEST_F(Looks, TheGraceTimeEndsAtAFifthOfASecond)
@@ -151,9 +163,9 @@ TEST_F(Looks, TheTimeCountsFromTheLastLookThatSawThePointerOnTheBar)
 {
     look(10, onBar);
     look(10.05, onBar);
-    EXPECT_EQ(panel.lastPointerInside, Seconds(10.05));
+    EXPECT_EQ(lastInside(), Seconds(10.05));
     look(10.2, away);
-    EXPECT_EQ(panel.lastPointerInside, Seconds(10.05));
+    EXPECT_EQ(lastInside(), Seconds(10.05));
     EXPECT_FALSE(look(10.249, away).fading);
     EXPECT_TRUE(look(10.26, away).fading);
 }
@@ -168,12 +180,12 @@ TEST_F(Looks, TheEdgeOfAVisibleBarIsPartOfIt)
 {
     // Below the panel's rectangle only the edge's strip would count, which is for bars that are hidden.
     look(1, {500, 0});
-    EXPECT_EQ(panel.lastPointerInside, Seconds(1));
+    EXPECT_EQ(lastInside(), Seconds(1));
     look(2, {1440, 0});
-    EXPECT_EQ(panel.lastPointerInside, Seconds(1));
+    EXPECT_EQ(lastInside(), Seconds(1));
     panel.hide();
     look(3, {1440, 0});
-    EXPECT_EQ(panel.lastPointerInside, Seconds(3));
+    EXPECT_EQ(lastInside(), Seconds(3));
 }
 
 TEST_F(Looks, TheStripOfAHiddenBarIsOnePointHighAndHasAllItsEdges)
@@ -198,29 +210,30 @@ TEST_F(Looks, OnlyTheLowerPartOfATallPanelWithTuckedRowsIsTheBar)
     geometry = {50, 160};
     settings.autoHideOverflow = true;
     look(1, {500, 49.9});
-    EXPECT_EQ(panel.lastPointerInside, Seconds(1));
+    EXPECT_EQ(lastInside(), Seconds(1));
     look(2, {500, 50});
-    EXPECT_EQ(panel.lastPointerInside, Seconds(1));
+    EXPECT_EQ(lastInside(), Seconds(1));
     EXPECT_EQ(panel.opacity, 0);
     panel.opacity = 1;
     panel.ignores = false;
     rowsVisible = true;
     look(3, {500, 150});
-    EXPECT_EQ(panel.lastPointerInside, Seconds(3));
+    EXPECT_EQ(lastInside(), Seconds(3));
     rowsVisible = false;
     settings.autoHideOverflow = false;
     look(4, {500, 150});
-    EXPECT_EQ(panel.lastPointerInside, Seconds(4));
+    EXPECT_EQ(lastInside(), Seconds(4));
 }
 
 TEST_F(Looks, AnOpenListAndTheStartMenuHoldAVisibleBarAndBringAHiddenOneBack)
 {
+    double now = 5;
     for (bool *holds : {&listOpen, &inStartMenu}) {
         *holds = true;
-        look(5, away);
-        EXPECT_EQ(panel.lastPointerInside, Seconds(5));
+        look(++now, away);
+        EXPECT_EQ(lastInside(), Seconds(now));
         panel.hide();
-        EXPECT_FALSE(look(6, away).allHidden);
+        EXPECT_FALSE(look(++now, away).allHidden);
         EXPECT_EQ(panel.opacity, 1);
         EXPECT_FALSE(panel.ignores);
         *holds = false;
@@ -231,7 +244,7 @@ TEST_F(Looks, WhatHoldsAVisibleBarDoesNotBringAHiddenOneBack)
 {
     held = true;
     look(5, away);
-    EXPECT_EQ(panel.lastPointerInside, Seconds(5));
+    EXPECT_EQ(lastInside(), Seconds(5));
     panel.hide();
     EXPECT_TRUE(look(6, away).allHidden);
     EXPECT_TRUE(panel.ignores);
@@ -289,22 +302,22 @@ TEST_F(Looks, WithoutHidingEveryBarIsShownWhereverThePointerIs)
     EXPECT_EQ(panel.opacity, 1);
     EXPECT_FALSE(panel.ignores);
     EXPECT_FALSE(outcome.allHidden || outcome.waiting || outcome.fading);
-    EXPECT_EQ(panel.lastPointerInside, Seconds(9));
+    EXPECT_EQ(lastInside(), Seconds(9));
 }
 
 TEST_F(Looks, APanelWithoutAScreenIsOnTheOneItTouchesAndElseLeftAlone)
 {
     panel.onScreen.reset();
     look(1, onBar);
-    EXPECT_EQ(panel.lastPointerInside, Seconds(1));
+    EXPECT_EQ(lastInside(), Seconds(1));
     screens = {{5000, 0, 800, 600}};
     look(2, onBar);
-    EXPECT_EQ(panel.lastPointerInside, Seconds(1));
+    EXPECT_EQ(lastInside(), Seconds(1));
 }
 
 TEST_F(Looks, WithoutPanelsNothingIsHidden)
 {
-    panels.clear();
+    machine.removePanels();
     EXPECT_FALSE(look(1, away).allHidden);
 }
 
@@ -313,11 +326,79 @@ TEST_F(Looks, TheBarIsHiddenWhenAllItsPanelsAre)
     Panel second;
     second.place.x = 1440;
     second.onScreen = Rect{1440, 0, 1280, 720};
-    panels.push_back(&second);
+    machine.addPanel(second, std::nullopt);
     panel.hide();
     EXPECT_FALSE(look(1, away).allHidden);
     second.hide();
     EXPECT_TRUE(look(2, away).allHidden);
+}
+
+TEST_F(Looks, LooksRestOnceNothingCanChangeAndGoOnWhenSomethingDoes)
+{
+    settings.appMonitorRefreshRate = 10;
+    machine.configureVisibilityTimer();
+    pointer = onBar;
+    loop.advance(Seconds(1));
+    EXPECT_FALSE(machine.visibilityTimerInterval());
+    // The bar has not been left while nobody looked.
+    pointer = away;
+    machine.resume();
+    EXPECT_EQ(machine.visibilityTimerInterval(), 0.1);
+    EXPECT_EQ(lastInside(), loop.monotonicNow());
+    loop.advance(Seconds(2));
+    EXPECT_EQ(panel.opacity, 0);
+    EXPECT_FALSE(machine.visibilityTimerInterval());
+    machine.resumeIfInputsChanged();
+    EXPECT_FALSE(machine.visibilityTimerInterval());
+    listOpen = true;
+    machine.resumeIfInputsChanged();
+    EXPECT_TRUE(machine.visibilityTimerInterval());
+    loop.advance(Seconds(1));
+    EXPECT_EQ(panel.opacity, 1);
+}
+
+TEST_F(Looks, AnOpenStartMenuKeepsLookingSinceItMayCloseUnderAPointerThatRests)
+{
+    machine.configureVisibilityTimer();
+    inStartMenu = true;
+    loop.advance(Seconds(5));
+    EXPECT_TRUE(machine.visibilityTimerInterval());
+    inStartMenu = false;
+    loop.advance(Seconds(5));
+    EXPECT_EQ(panel.opacity, 0);
+    EXPECT_EQ(hidden.back(), true);
+}
+
+TEST_F(Looks, AFadeLooksAtItsOwnRateAndStopsWithIt)
+{
+    settings.appRefreshRate = 20;
+    machine.configureVisibilityTimer();
+    lookAfter(0.2);
+    EXPECT_EQ(machine.fadeTimerInterval(), 0.05);
+    settings.appRefreshRate = 40;
+    EXPECT_EQ(machine.fadeTimerInterval(), 0.05);
+    machine.restartFadeTimerIfActive();
+    EXPECT_EQ(machine.fadeTimerInterval(), 0.025);
+    loop.advance(Seconds(1));
+    EXPECT_FALSE(machine.fadeTimerInterval());
+    machine.restartFadeTimerIfActive();
+    EXPECT_FALSE(machine.fadeTimerInterval());
+}
+
+TEST_F(Looks, NothingLooksWhileTheSystemPausesTheBarOrATaskIsResized)
+{
+    machine.configureVisibilityTimer();
+    paused = true;
+    machine.pauseChanged();
+    EXPECT_FALSE(machine.visibilityTimerInterval());
+    machine.resume();
+    EXPECT_FALSE(machine.visibilityTimerInterval());
+    machine.setTaskResizePaused(true);
+    paused = false;
+    machine.pauseChanged();
+    EXPECT_FALSE(machine.visibilityTimerInterval());
+    machine.setTaskResizePaused(false);
+    EXPECT_TRUE(machine.visibilityTimerInterval());
 }
 
 TEST(AutoHideTimers, TheirRatesAreHeldToWhatIsUseful)

@@ -1,5 +1,7 @@
+// The states of one drag, and what each end of it leaves behind.
 #include "Models/Bar/TaskDrag.h"
 
+#include "Platform/Simulated/VirtualLoop.h"
 #include "tests/Models/Base/Make.h"
 
 #include <gtest/gtest.h>
@@ -8,137 +10,131 @@ namespace korvane {
 namespace {
 
 using testing::makeItem;
-using Calls = std::vector<std::string>;
+using State = TaskDrag::State;
+using Kind = TaskDropPlace::Kind;
 
-class Dragging : public ::testing::Test {
-protected:
-    TaskReorderDropDelegate task(const std::string &id, double width = 200, bool after = false)
-    {
-        return {state, actions, makeItem(id), width, after, committed};
-    }
-    CustomGroupDropDelegate group(const std::string &id, std::vector<std::string> windows, bool after = false)
-    {
-        RunningAppGroup target;
-        target.id = id;
-        for (const std::string &window : windows)
-            target.windows.push_back(makeItem(window));
-        return {state, actions, target, 200, after, committed};
-    }
+class Requests final : public TaskDropRequests {
+public:
+    void groupTask(const std::string &, const std::string &) override { ++count; }
+    void dropTask(const std::string &, const RunningAppGroup &) override { ++count; }
+    void dropTaskOnRow(const std::string &, const std::string &, bool) override { ++count; }
+    void dropTaskAtOverflowRowEnd(const std::string &, const std::string &) override { ++count; }
 
-    TaskDragState state;
-    Calls calls;
-    TaskDropActions actions{
-        [this](const std::string &id, const std::string &with) { calls.push_back("group " + id + " with " + with); },
-        [this](const std::string &id, const std::string &at, bool after) {
-            calls.push_back(id + (after ? " after " : " before ") + at);
-        },
-        [this](const std::string &id, const RunningAppGroup &onto) { calls.push_back(id + " into " + onto.id); },
-        [this](const std::string &id, const std::string &target) { calls.push_back(id + " to the end by " + target); }};
-    DropCommitted committed = [this](const std::string &id, bool into) {
-        calls.push_back("committed " + id + (into ? " into" : ""));
-    };
+    int count = 0;
 };
 
-TEST(DropCue, TheLeftPartReordersAndTheRestGroups)
+class OneDrag : public ::testing::Test {
+protected:
+    OneDrag()
+    {
+        for (const char *id : {"a", "b", "c"})
+            layout.entries.push_back(TaskbarEntry::ofItem(makeItem(id)));
+        layout.mainCount = 3;
+    }
+    TaskDropPlace on(std::size_t index, double left)
+    {
+        TaskDropPlace place;
+        place.kind = Kind::task;
+        place.entry = index;
+        place.entryID = layout.entries[index].id;
+        place.left = left;
+        place.width = 200;
+        return place;
+    }
+    static TaskDropPlace ofKind(Kind kind)
+    {
+        TaskDropPlace place;
+        place.kind = kind;
+        return place;
+    }
+
+    platform::simulated::VirtualLoop loop;
+    OverflowHover hover{loop, {[](bool) {}, [](bool) {}, [] {}}, true};
+    OverflowReturnLock lock;
+    Requests requests;
+    TaskbarLayout layout;
+    TaskDrag drag{"a", {"a"}, {requests, hover, lock}};
+};
+
+TEST_F(OneDrag, BeginsOverNothing)
 {
-    EXPECT_EQ(TaskDrag::cue("a", 200, 56), "before:a");
-    EXPECT_EQ(TaskDrag::cue("a", 200, 56.1), "into:a");
-    EXPECT_EQ(TaskDrag::cue("a", 64, 24), "before:a");
-    EXPECT_EQ(TaskDrag::cue("a", 64, 24.1), "into:a");
+    EXPECT_EQ(drag.state(), State::began);
+    EXPECT_FALSE(drag.place());
+    EXPECT_EQ(lock.draggedWindowIDs(), std::set<std::string>{"a"});
 }
 
-TEST_F(Dragging, AWindowDroppedOnItselfNeitherMovesNorGroupsAndClearsTheCue)
+TEST_F(OneDrag, IsOverAPlaceUntilItLeavesTheBar)
 {
-    auto self = task("a");
-    state = {"a", "into:b"};
-    EXPECT_EQ(self.dropUpdated(100), DropProposal::none);
-    EXPECT_FALSE(self.performDrop(100));
-    EXPECT_FALSE(state.taskDropCue);
-    EXPECT_TRUE(calls.empty());
+    EXPECT_EQ(drag.movedTo(on(1, 100), 110, layout), DropProposal::move);
+    EXPECT_EQ(drag.state(), State::overPlace);
+    EXPECT_EQ(drag.taskDropCue(), "before:b");
+    drag.left();
+    EXPECT_EQ(drag.state(), State::began);
+    EXPECT_FALSE(drag.taskDropCue());
+    EXPECT_EQ(drag.movedTo(std::nullopt, 110, layout), DropProposal::none);
+    EXPECT_EQ(drag.state(), State::began);
 }
 
-TEST_F(Dragging, AQuickMoveFromOneButtonToTheNextKeepsTheSecondOnesCue)
+TEST_F(OneDrag, TheNextPlaceKeepsItsCueWhenTheLastOneIsLeft)
 {
-    auto first = task("a"), second = task("b");
-    state.draggedTaskID = "c";
-    first.dropEntered(100);
-    second.dropEntered(10);
-    first.dropExited();
-    EXPECT_EQ(state.taskDropCue, "before:b");
-    second.dropExited();
-    EXPECT_FALSE(state.taskDropCue);
+    drag.movedTo(on(1, 100), 290, layout);
+    EXPECT_EQ(drag.taskDropCue(), "into:b");
+    drag.movedTo(on(2, 300), 310, layout);
+    EXPECT_EQ(drag.taskDropCue(), "before:c");
 }
 
-TEST_F(Dragging, AGroupDraggedOntoItselfIsRefused)
+TEST_F(OneDrag, ADropIsTheEnd)
 {
-    auto self = group("custom:K", {"a", "b"});
-    state.draggedTaskID = "group::custom:K";
-    EXPECT_EQ(self.dropUpdated(10), DropProposal::none);
-    EXPECT_FALSE(self.performDrop(10));
-    EXPECT_TRUE(calls.empty());
+    EXPECT_TRUE(drag.drop(on(1, 100), 290, layout));
+    EXPECT_EQ(drag.state(), State::dropped);
+    EXPECT_EQ(requests.count, 1);
+    drag.giveUp();
+    EXPECT_EQ(drag.state(), State::dropped);
+    EXPECT_FALSE(drag.drop(on(2, 300), 310, layout));
+    EXPECT_EQ(drag.movedTo(on(2, 300), 310, layout), DropProposal::none);
+    EXPECT_EQ(requests.count, 1);
+    EXPECT_FALSE(drag.taskDropCue());
+    EXPECT_TRUE(lock.draggedWindowIDs().empty());
 }
 
-TEST_F(Dragging, OnARightToLeftRowTheLeftPartPlacesAfterTheTargetInTaskOrder)
+TEST_F(OneDrag, ADropThatNoPlaceTakesGivesItUp)
 {
-    auto window = task("a", 200, true);
-    state.draggedTaskID = "c";
-    EXPECT_TRUE(window.performDrop(10));
-    auto members = group("auto:7", {"m", "n"}, true);
-    state.draggedTaskID = "c";
-    EXPECT_TRUE(members.performDrop(10));
-    EXPECT_EQ(calls, (Calls{"c after a", "committed c", "c after m", "committed c"}));
+    EXPECT_FALSE(drag.drop(std::nullopt, 0, layout));
+    EXPECT_EQ(drag.state(), State::givenUp);
 }
 
-TEST_F(Dragging, TheMiddleGroupsAndEndsTheDrag)
+TEST_F(OneDrag, OnItselfADropIsNotTaken)
 {
-    auto window = task("a");
-    state.draggedTaskID = "groupwindow::c";
-    window.dropEntered(150);
-    EXPECT_TRUE(window.performDrop(150));
-    EXPECT_FALSE(state.draggedTaskID);
-    EXPECT_FALSE(state.taskDropCue);
-    EXPECT_EQ(calls, (Calls{"group groupwindow::c with a", "committed groupwindow::c into"}));
+    EXPECT_EQ(drag.movedTo(on(0, 0), 100, layout), DropProposal::none);
+    EXPECT_FALSE(drag.drop(on(0, 0), 100, layout));
+    EXPECT_EQ(drag.state(), State::givenUp);
+    EXPECT_EQ(requests.count, 0);
 }
 
-TEST_F(Dragging, ADropCountsByItsPlaceAndNotByAStaleCue)
+TEST_F(OneDrag, RestingOnTheArrowOpensTheRowsAlsoWhenTheLayoutChangesMeanwhile)
 {
-    auto window = task("a");
-    state = {"c", "into:z"};
-    EXPECT_TRUE(window.performDrop(10));
-    EXPECT_EQ(calls, (Calls{"c before a", "committed c"}));
+    drag.movedTo(ofKind(Kind::arrow), 0, layout);
+    loop.advance(platform::Seconds(0.3));
+    drag.layoutChanged(ofKind(Kind::arrow), 0, layout);
+    loop.advance(platform::Seconds(0.3));
+    EXPECT_TRUE(hover.overflowArrowHovered());
+    drag.left();
+    EXPECT_FALSE(hover.overflowArrowHovered());
 }
 
-TEST_F(Dragging, DragsFromOtherProgramsDoNothing)
+TEST_F(OneDrag, RowsThatItOpenedCloseAtItsEndWhicheverItIs)
 {
-    EXPECT_FALSE(task("a").performDrop(10));
-    EXPECT_FALSE(TaskRowDropDelegate(state, actions, "a", committed).performDrop(0));
-    EXPECT_FALSE(TaskEdgeDropDelegate(state, actions, "a", true, committed).performDrop(0));
-    EXPECT_FALSE(OverflowRowEndDropDelegate(state, actions, "a", [](const std::string &) {}).performDrop(0));
-    EXPECT_TRUE(calls.empty());
-}
-
-TEST_F(Dragging, TheEndsOfARowTakeDrops)
-{
-    state.draggedTaskID = "c";
-    EXPECT_TRUE(TaskRowDropDelegate(state, actions, "a", committed).performDrop(0));
-    state.draggedTaskID = "c";
-    EXPECT_TRUE(TaskEdgeDropDelegate(state, actions, "z", true, committed).performDrop(0));
-    state.draggedTaskID = "c";
-    EXPECT_TRUE(OverflowRowEndDropDelegate(state, actions, "z", [this](const std::string &id) {
-                    calls.push_back("end " + id);
-                }).performDrop(0));
-    EXPECT_EQ(calls,
-              (Calls{"c before a", "committed c into", "c after z", "committed c into", "c to the end by z", "end c"}));
-}
-
-TEST_F(Dragging, AnEmptyBarsEndCapTellsTheLockAlone)
-{
-    state.draggedTaskID = "c";
-    int told = 0;
-    EXPECT_TRUE(
-        OverflowRowEndDropDelegate(state, actions, std::nullopt, [&](const std::string &) { ++told; }).performDrop(0));
-    EXPECT_EQ(told, 1);
-    EXPECT_TRUE(calls.empty());
+    drag.movedTo(ofKind(Kind::tuckedRows), 0, layout);
+    EXPECT_TRUE(hover.overflowDragReveal());
+    drag.giveUp();
+    EXPECT_FALSE(hover.overflowDragReveal());
+    {
+        TaskDrag second("b", {"b"}, {requests, hover, lock});
+        second.movedTo(ofKind(Kind::tuckedRows), 0, layout);
+        EXPECT_TRUE(hover.overflowDragReveal());
+    }
+    EXPECT_FALSE(hover.overflowDragReveal());
+    EXPECT_TRUE(lock.draggedWindowIDs().empty());
 }
 
 }  // namespace

@@ -34,6 +34,12 @@ protected:
         view->show();
         settle();
     }
+    // Serves the toolkit's loop and the desktop's, at the time it is.
+    void settle()
+    {
+        advance(0);
+        testing::settle();
+    }
     void pass()
     {
         view->updateFromModel();
@@ -53,7 +59,7 @@ protected:
         std::sort(list.begin(), list.end(), [](auto *left, auto *right) { return left->y() > right->y(); });
         return list;
     }
-    const std::string &entryID(std::size_t index) { return view->taskbarLayout().entries[index].id; }
+    const std::string &entryID(std::size_t index) { return view->bar().layout().entries[index].id; }
     QRect tab(std::size_t index) { return view->geometryOfBar().tabInView(index); }
     // Over a tucked row, well to the right of the start area.
     QPoint overRow(int row) { return view->geometryOfBar().card(row)->shown.center(); }
@@ -90,7 +96,7 @@ protected:
         QApplication::sendEvent(view.get(), &left);
         entered = false;
     }
-    void drag(const std::string &id) { view->dragBegan(id, {id}); }
+    void drag(const std::string &id) { view->bar().beginDrag(id, {id}); }
     TaskDropCue *cue() { return view->findChild<TaskDropCue *>(); }
 
     ViewServices services;

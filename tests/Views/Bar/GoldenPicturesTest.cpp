@@ -170,6 +170,7 @@ TEST_F(Pictures, OfRowsThatAreOpenAndLocked)
     QTest::mouseClick(control("Expand all overflow"), Qt::LeftButton);
     settle();
     QTest::mouseClick(control("Lock overflow return"), Qt::LeftButton);
+    advance(0);
     QTest::mouseMove(view.get(), QPoint(5, 5));
     settle();
     expect("rows-open");
@@ -189,11 +190,11 @@ TEST_F(Pictures, OfAnArmedGripAndOfACue)
 {
     threeTasks();
     show();
-    view->armResize(idOf(2, 0));
+    view->bar().armResize(idOf(2, 0));
     settle();
     expect("grip");
     const std::string dragged = idOf(1, 0);
-    view->dragBegan(dragged, {dragged});
+    view->bar().beginDrag(dragged, {dragged});
     const QPoint over(view->geometryOfBar().tabInView(2).center());
     QMimeData payload;
     payload.setText("payload");

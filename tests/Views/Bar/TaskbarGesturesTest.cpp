@@ -46,7 +46,7 @@ TEST_F(Gestures, TheStripAboveATuckedRowOpensItToo)
     const QRect strip = view->geometryOfBar().cards.back().hoverStrip;
     view->pointerMoved(QPoint(strip.right() - 5, strip.top()));
     advance(0.12);
-    EXPECT_TRUE(view->overflowHover().overflowOpen());
+    EXPECT_TRUE(view->bar().overflowHover().overflowOpen());
 }
 
 TEST_F(Gestures, TheArrowPinsTheRowsOpen)
@@ -109,34 +109,37 @@ TEST_F(Gestures, TheEmptyRowIsDrawnWhereTheSlidersBelongToTheOverflow)
 TEST_F(Gestures, LockedTasksDoNotComeBackToTheMainRowUntilItIsUnlocked)
 {
     show(30);
-    const std::size_t main = view->taskbarLayout().mainCount;
+    const std::size_t main = view->bar().layout().mainCount;
     const std::string waiting = entryID(main);
     QTest::mouseClick(control("Lock overflow return"), Qt::LeftButton);
-    EXPECT_EQ(view->overflowReturnLock().lockedMainWindowIDs().size(), main);
+    settle();
+    EXPECT_EQ(view->bar().overflowReturnLock().lockedMainWindowIDs().size(), main);
     desktop.applications.closeWindow(1, hashOf(1, 0));
     desktop.applications.closeWindow(1, hashOf(1, 1));
     model->refresh();
     pass();
-    EXPECT_EQ(view->taskbarLayout().mainCount, main - 2);
+    EXPECT_EQ(view->bar().layout().mainCount, main - 2);
     QTest::mouseClick(control("Unlock overflow return"), Qt::LeftButton);
-    EXPECT_GE(view->taskbarLayout().mainCount, main);
+    settle();
+    EXPECT_GE(view->bar().layout().mainCount, main);
     EXPECT_EQ(entryID(main - 2), waiting);
 }
 
 TEST_F(Gestures, WithEveryLockedWindowGoneTheMainRowIsEmptyUntilOneIsPlaced)
 {
     show(30);
-    const std::size_t main = view->taskbarLayout().mainCount;
+    const std::size_t main = view->bar().layout().mainCount;
     QTest::mouseClick(control("Lock overflow return"), Qt::LeftButton);
+    settle();
     for (std::size_t i = 0; i < main; ++i)
         desktop.applications.closeWindow(1, hashOf(1, static_cast<int>(i)));
     model->refresh();
     pass();
-    EXPECT_EQ(view->taskbarLayout().mainCount, 0U);
+    EXPECT_EQ(view->bar().layout().mainCount, 0U);
     const std::string id = idOf(1, 29);
-    view->setTaskPosition(id, {id}, true);
+    view->bar().setTaskPosition(id, {id}, true);
     pass();
-    EXPECT_EQ(view->taskbarLayout().mainCount, 1U);
+    EXPECT_EQ(view->bar().layout().mainCount, 1U);
     EXPECT_EQ(entryID(0), id);
 }
 
@@ -144,23 +147,25 @@ TEST_F(Gestures, SetLastSendsALockedTaskOffTheMainRow)
 {
     show(30);
     QTest::mouseClick(control("Lock overflow return"), Qt::LeftButton);
+    settle();
     const std::string id = entryID(0);
-    view->setTaskPosition(id, {id}, false);
+    view->bar().setTaskPosition(id, {id}, false);
     pass();
-    EXPECT_FALSE(view->overflowReturnLock().lockedMainWindowIDs().contains(id));
-    EXPECT_EQ(view->taskbarLayout().entries.back().id, id);
+    EXPECT_FALSE(view->bar().overflowReturnLock().lockedMainWindowIDs().contains(id));
+    EXPECT_EQ(view->bar().layout().entries.back().id, id);
 }
 
 TEST_F(Gestures, WhatANarrowerScreenPushesOutStaysOut)
 {
     show(30);
     QTest::mouseClick(control("Lock overflow return"), Qt::LeftButton);
+    settle();
     view->resize(900, height);
     settle();
-    const std::size_t narrow = view->taskbarLayout().mainCount;
+    const std::size_t narrow = view->bar().layout().mainCount;
     view->resize(width, height);
     settle();
-    EXPECT_EQ(view->taskbarLayout().mainCount, narrow);
+    EXPECT_EQ(view->bar().layout().mainCount, narrow);
 }
 
 // ---------------------------------------------------------------------------------------------------- drags
@@ -178,12 +183,12 @@ TEST_F(Gestures, TheLeftPartOfATabShowsABarAtItsEdgeAndTheRestAnOutline)
     drag(entryID(2));
     const QRect target = tab(0);
     EXPECT_TRUE(dragTo(target.topLeft() + QPoint(5, 10)));
-    EXPECT_EQ(view->dragState().taskDropCue, "before:" + entryID(0));
+    EXPECT_EQ(view->bar().drag()->taskDropCue(), "before:" + entryID(0));
     EXPECT_TRUE(cue()->isVisible());
     const QImage before = view->grab().toImage();
     EXPECT_EQ(before.pixelColor(target.left() - 2, target.center().y()).blue(), 255);
     EXPECT_TRUE(dragTo(target.topRight() - QPoint(5, -10)));
-    EXPECT_EQ(view->dragState().taskDropCue, "into:" + entryID(0));
+    EXPECT_EQ(view->bar().drag()->taskDropCue(), "into:" + entryID(0));
     const QImage into = view->grab().toImage();
     EXPECT_NE(into.pixelColor(target.left() - 2, target.center().y()).blue(), 255);
     EXPECT_EQ(into.pixelColor(target.center().x(), target.top()).blue(), 255);
@@ -197,7 +202,7 @@ TEST_F(Gestures, ADropAtATabsLeftReordersAndEndsTheDrag)
     dragTo(tab(0).topLeft() + QPoint(5, 10));
     EXPECT_TRUE(drop(tab(0).topLeft() + QPoint(5, 10)));
     EXPECT_EQ(entryID(0), moved);
-    EXPECT_FALSE(view->dragState().draggedTaskID);
+    EXPECT_FALSE(view->bar().drag());
     EXPECT_FALSE(cue()->isVisible());
 }
 
@@ -207,8 +212,8 @@ TEST_F(Gestures, ADropOnATabsMiddleMakesAGroup)
     drag(entryID(2));
     dragTo(tab(0).center() + QPoint(20, 0));
     EXPECT_TRUE(drop(tab(0).center() + QPoint(20, 0)));
-    ASSERT_EQ(view->taskbarLayout().entries.size(), 2U);
-    EXPECT_TRUE(view->taskbarLayout().entries[0].group->isCustom);
+    ASSERT_EQ(view->bar().layout().entries.size(), 2U);
+    EXPECT_TRUE(view->bar().layout().entries[0].group->isCustom);
 }
 
 TEST_F(Gestures, TheFreeRoomBehindTheLastTabTakesATaskToTheEnd)
@@ -228,15 +233,15 @@ TEST_F(Gestures, ADragOverTuckedRowsOpensThemAndTheyTakeTheDrop)
     const std::string moved = entryID(0);
     drag(moved);
     dragTo(overRow(1));
-    EXPECT_TRUE(view->overflowHover().overflowOpen());
-    const std::size_t target = view->taskbarLayout().mainCount + 1;
+    EXPECT_TRUE(view->bar().overflowHover().overflowOpen());
+    const std::size_t target = view->bar().layout().mainCount + 1;
     const std::string neighbour = entryID(target);
     const QPoint place = tab(target).topLeft() + QPoint(5, 10);
     EXPECT_TRUE(dragTo(place));
     EXPECT_TRUE(drop(place));
-    EXPECT_FALSE(view->overflowHover().overflowOpen());
+    EXPECT_FALSE(view->bar().overflowHover().overflowOpen());
     // On a row from right to left the left side is behind the target.
-    const auto &entries = view->taskbarLayout().entries;
+    const auto &entries = view->bar().layout().entries;
     const auto at = std::find_if(entries.begin(), entries.end(), [&](auto &entry) { return entry.id == neighbour; });
     ASSERT_NE(at + 1, entries.end());
     EXPECT_EQ((at + 1)->id, moved);
@@ -251,10 +256,10 @@ TEST_F(Gestures, ADragThatIsGivenUpLeavesNoTrace)
     dragTo(tab(1).center());
     leave();
     EXPECT_FALSE(cue()->isVisible());
-    view->dragEnded();
-    EXPECT_FALSE(view->overflowHover().overflowOpen());
-    EXPECT_FALSE(view->dragState().draggedTaskID);
-    EXPECT_TRUE(view->overflowReturnLock().draggedWindowIDs().empty());
+    view->bar().endDrag();
+    EXPECT_FALSE(view->bar().overflowHover().overflowOpen());
+    EXPECT_FALSE(view->bar().drag());
+    EXPECT_TRUE(view->bar().overflowReturnLock().draggedWindowIDs().empty());
     EXPECT_EQ(model->settings().taskOrder, before);
 }
 
@@ -270,8 +275,8 @@ TEST_F(Gestures, ATaskDroppedOnTheEmptyRowsEndCapStaysThere)
     const QPoint cap = card.endCap.translated(card.shown.topLeft()).center();
     EXPECT_TRUE(dragTo(cap));
     EXPECT_TRUE(drop(cap));
-    EXPECT_TRUE(view->overflowReturnLock().overflowReturnLocked());
-    EXPECT_EQ(view->taskbarLayout().mainCount, 3U);
+    EXPECT_TRUE(view->bar().overflowReturnLock().overflowReturnLocked());
+    EXPECT_EQ(view->bar().layout().mainCount, 3U);
     EXPECT_EQ(entryID(3), moved);
 }
 
@@ -279,12 +284,13 @@ TEST_F(Gestures, ADropOnTheMainRowIsKeptThereByTheLock)
 {
     show(30);
     QTest::mouseClick(control("Lock overflow return"), Qt::LeftButton);
-    const std::string moved = entryID(view->taskbarLayout().mainCount);
+    settle();
+    const std::string moved = entryID(view->bar().layout().mainCount);
     drag(moved);
     const QPoint place = tab(1).topLeft() + QPoint(5, 10);
     dragTo(place);
     EXPECT_TRUE(drop(place));
-    EXPECT_TRUE(view->overflowReturnLock().lockedMainWindowIDs().contains(moved));
+    EXPECT_TRUE(view->bar().overflowReturnLock().lockedMainWindowIDs().contains(moved));
     EXPECT_EQ(entryID(1), moved);
 }
 
@@ -295,18 +301,18 @@ TEST_F(Gestures, ADragThatRestsOnTheArrowOpensTheRows)
     const QRect arrow = view->geometryOfBar().arrow.translated(0, barTop);
     dragTo(arrow.center());
     advance(0.59);
-    EXPECT_FALSE(view->overflowHover().overflowOpen());
+    EXPECT_FALSE(view->bar().overflowHover().overflowOpen());
     advance(0.01);
-    EXPECT_TRUE(view->overflowHover().overflowOpen());
+    EXPECT_TRUE(view->bar().overflowHover().overflowOpen());
     dragTo(tab(0).center());
-    EXPECT_FALSE(view->overflowHover().overflowArrowHovered());
+    EXPECT_FALSE(view->bar().overflowHover().overflowArrowHovered());
 }
 
 TEST_F(Gestures, TheGapBehindTheLastTabOfAFullRowTakesATaskToItsEnd)
 {
     show(30);
     const std::string moved = entryID(0);
-    const std::size_t last = view->taskbarLayout().mainCount - 1;
+    const std::size_t last = view->bar().layout().mainCount - 1;
     drag(moved);
     const QPoint gap(tab(last).right() + 2, barTop + 17);
     EXPECT_TRUE(dragTo(gap));
@@ -326,9 +332,9 @@ TEST_F(Gestures, AListThatChangesUnderARestingDragHasOtherTargets)
     pass();
     ASSERT_EQ(entryID(1), next);
     EXPECT_TRUE(cue()->isVisible());
-    EXPECT_EQ(view->dragState().taskDropCue, TaskDrag::intoCue(next));
+    EXPECT_EQ(view->bar().drag()->taskDropCue(), TaskDrops::intoCue(next));
     EXPECT_TRUE(drop(place));
-    const TaskbarEntry &entry = view->taskbarLayout().entries[1];
+    const TaskbarEntry &entry = view->bar().layout().entries[1];
     ASSERT_TRUE(entry.group);
     EXPECT_EQ(entry.group->windows.size(), 2U);
 }
@@ -342,7 +348,7 @@ TEST_F(Gestures, AWindowDroppedOnItselfStaysWhereItIs)
     EXPECT_FALSE(cue()->isVisible());
     EXPECT_FALSE(drop(tab(1).center()));
     EXPECT_EQ(entryID(1), id);
-    EXPECT_FALSE(view->dragState().draggedTaskID);
+    EXPECT_FALSE(view->bar().drag());
 }
 
 TEST_F(Gestures, AGroupDroppedOnItselfIsRefused)
@@ -350,8 +356,8 @@ TEST_F(Gestures, AGroupDroppedOnItselfIsRefused)
     show(3);
     model->set(&V::groupingMode, "always");
     pass();
-    ASSERT_TRUE(view->taskbarLayout().entries[0].group);
-    view->dragBegan("group::" + view->taskbarLayout().entries[0].group->id, {idOf(1, 0), idOf(1, 1), idOf(1, 2)});
+    ASSERT_TRUE(view->bar().layout().entries[0].group);
+    view->bar().beginDrag("group::" + view->bar().layout().entries[0].group->id, {idOf(1, 0), idOf(1, 1), idOf(1, 2)});
     EXPECT_FALSE(dragTo(tab(0).center()));
     EXPECT_FALSE(drop(tab(0).center()));
 }
@@ -379,9 +385,9 @@ TEST_F(Gestures, AHighStripDoesNotOpenAndLeaveItsRowInTurn)
         view->pointerMoved(top + QPoint(i % 2, 0));
         advance(0.15);
     }
-    EXPECT_TRUE(view->overflowHover().overflowOpen());
+    EXPECT_TRUE(view->bar().overflowHover().overflowOpen());
     advance(0.5);
-    EXPECT_TRUE(view->overflowHover().overflowOpen());
+    EXPECT_TRUE(view->bar().overflowHover().overflowOpen());
 }
 
 }  // namespace

@@ -19,7 +19,7 @@ protected:
 TEST_F(Resizing, TheGripStandsAtTheTabsRightEdge)
 {
     show(3);
-    view->armResize(entryID(1));
+    view->bar().armResize(entryID(1));
     ASSERT_TRUE(handle());
     const QRect button = tab(1);
     EXPECT_EQ(handle()->height(), 17);
@@ -33,41 +33,42 @@ TEST_F(Resizing, AClickOnTheGripKeepsTheWidthAndDisarms)
     show(3);
     const std::string id = entryID(1);
     const int before = tab(1).width();
-    view->armResize(id);
+    view->bar().armResize(id);
     QTest::mouseClick(handle(), Qt::LeftButton);
     settle();
-    EXPECT_FALSE(view->armedResizeID());
+    EXPECT_FALSE(view->bar().armedResizeID());
     EXPECT_FALSE(handle());
-    EXPECT_EQ(view->taskWidthOverrides().at(id), before);
+    EXPECT_EQ(view->bar().taskWidthOverrides().at(id), before);
     EXPECT_FALSE(model->inspect().taskResizeSuspended);
 }
 
 TEST_F(Resizing, AClickKeepsTheWidthOfTheLayoutAndNotThatOfThePixels)
 {
-    std::vector<double> widths;
-    TaskResizeHandle grip({[] {}, [&](double kept) { widths.push_back(kept); }, [] {}, [] {}}, nullptr);
+    show(3);
+    view->bar().armResize(entryID(1));
+    TaskResizeHandle grip(view->bar(), nullptr);
     grip.setButton({10, 3, 100, 28}, 100.4);
     QTest::mouseClick(&grip, Qt::LeftButton);
-    EXPECT_EQ(widths, std::vector<double>{100.4});
+    EXPECT_EQ(view->bar().taskWidthOverrides().at(entryID(1)), 100.4);
 }
 
 TEST_F(Resizing, ATuckedRowHidesTheGripOfItsTask)
 {
     show(30);
-    view->armResize(entryID(view->taskbarLayout().mainCount));
+    view->bar().armResize(entryID(view->bar().layout().mainCount));
     ASSERT_TRUE(handle());
     EXPECT_TRUE(handle()->isHidden());
     view->pointerMoved(overRow(1));
     advance(0.12);
     EXPECT_FALSE(handle()->isHidden());
-    const QRect button = tab(view->taskbarLayout().mainCount);
+    const QRect button = tab(view->bar().layout().mainCount);
     EXPECT_EQ(handle()->y(), button.top() + 11);
 }
 
 TEST_F(Resizing, TheGripGoesAlongWhenThePanelGrows)
 {
     show(3);
-    view->armResize(entryID(1));
+    view->bar().armResize(entryID(1));
     view->resize(width, height + 60);
     settle();
     EXPECT_EQ(handle()->y(), tab(1).top() + 11);
@@ -76,7 +77,7 @@ TEST_F(Resizing, TheGripGoesAlongWhenThePanelGrows)
 TEST_F(Resizing, TheTabKeepsItsWidthUntilTheGripIsLetGo)
 {
     show(3);
-    view->armResize(entryID(1));
+    view->bar().armResize(entryID(1));
     const QRect before = tab(1);
     const int gripBefore = handle()->x();
     const QPoint grip = handle()->rect().center();
@@ -98,7 +99,7 @@ TEST_F(Resizing, TheTabKeepsItsWidthUntilTheGripIsLetGo)
 TEST_F(Resizing, ABarThatGoesAwayUnderADragDoesNotLeaveTheListStanding)
 {
     show(3);
-    view->armResize(entryID(1));
+    view->bar().armResize(entryID(1));
     QTest::mousePress(handle(), Qt::LeftButton, {}, handle()->rect().center());
     ASSERT_TRUE(model->inspect().taskResizeSuspended);
     view.reset();
@@ -108,23 +109,23 @@ TEST_F(Resizing, ABarThatGoesAwayUnderADragDoesNotLeaveTheListStanding)
 TEST_F(Resizing, TheGripGoesWithItsWindow)
 {
     show(3);
-    view->armResize(entryID(1));
+    view->bar().armResize(entryID(1));
     desktop.applications.closeWindow(1, hashOf(1, 1));
     model->refresh();
     pass();
-    EXPECT_FALSE(view->armedResizeID());
+    EXPECT_FALSE(view->bar().armedResizeID());
     EXPECT_FALSE(handle());
 }
 
 TEST_F(Resizing, AWidthSetByHandEndsWithItsWindow)
 {
     show(3);
-    view->armResize(entryID(1));
+    view->bar().armResize(entryID(1));
     QTest::mouseClick(handle(), Qt::LeftButton);
     desktop.applications.closeWindow(1, hashOf(1, 1));
     model->refresh();
     pass();
-    EXPECT_TRUE(view->taskWidthOverrides().empty());
+    EXPECT_TRUE(view->bar().taskWidthOverrides().empty());
 }
 
 }  // namespace

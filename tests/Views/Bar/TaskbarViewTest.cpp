@@ -133,7 +133,7 @@ TEST_F(Taskbar, WhatDoesNotFitStacksUpFromTheRight)
     start();
     show();
     openRows();
-    const auto &layout = view->taskbarLayout();
+    const auto &layout = view->bar().layout();
     ASSERT_GE(layout.overflowRows.size(), 2U);
     const OverflowRow &row = layout.overflowRows[0];
     const auto first = static_cast<std::size_t>(row.lower);

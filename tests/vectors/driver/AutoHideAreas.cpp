@@ -4,7 +4,9 @@
 #include "tests/vectors/driver/RecordJson.h"
 
 #include "Models/Bar/AutoHide.h"
+#include "Platform/Simulated/VirtualLoop.h"
 
+#include <cmath>
 #include <memory>
 #include <stdexcept>
 
@@ -31,10 +33,7 @@ public:
           screen(given.contains("screen") && !given.at("screen").is_null() ? std::optional(rectFrom(given.at("screen")))
                                                                            : std::nullopt),
           opacity(optionalMember<double>(given, "alphaValue")), ignores(given.at("ignoresMouseEvents"))
-    {
-        if (const auto time = optionalMember<double>(given, "lastPointerInside"))
-            lastPointerInside = platform::Seconds(*time);
-    }
+    {}
 
     Rect frame() const override { return place; }
     std::optional<Rect> screenFrame() const override { return screen; }
@@ -53,8 +52,9 @@ public:
     }
     void setHeight(double height, const Rect &) override { writes.push_back({"setHeight", height}); }
 
-    Json json() const
+    Json json(const AutoHide &machine) const
     {
+        const auto lastPointerInside = machine.lastPointerInside(*this);
         return {{"frame", jsonOf(place)},
                 {"screen", screen ? jsonOf(*screen) : Json()},
                 {"alphaValue", optionalJson(opacity)},
@@ -69,26 +69,6 @@ private:
     std::optional<double> opacity;
     bool ignores;
     Json writes = Json::array();
-};
-
-struct Panels {
-    explicit Panels(const Json &list)
-    {
-        for (const Json &given : list) {
-            owned.push_back(std::make_unique<Panel>(given));
-            all.push_back(owned.back().get());
-        }
-    }
-    Json json() const
-    {
-        Json list = Json::array();
-        for (const auto &panel : owned)
-            list.push_back(panel->json());
-        return list;
-    }
-
-    std::vector<std::unique_ptr<Panel>> owned;
-    std::vector<AutoHidePanel *> all;
 };
 
 // The settings of a case, and the two values among them that are the model's.
@@ -107,46 +87,98 @@ struct Given {
     bool inactive = false, rowsVisible = false;
 };
 
-Json fadeTimerAfter(const Json &existing, bool wanted, const Given &given)
+// The machine with the panels of a case, at its time.
+struct Machine {
+    Machine(const Json &given, Given &around)
+        : now(given.at("now").get<double>()),
+          machine(loop, around.settings,
+                  {.pointer =
+                       [&given] {
+                           return platform::Point{given.at("pointer").at(0), given.at("pointer").at(1)};
+                       },
+                   .screens =
+                       [&given] {
+                           std::vector<Rect> screens;
+                           for (const Json &screen : given.at("screens"))
+                               screens.push_back(rectFrom(screen));
+                           return screens;
+                       },
+                   .inputs =
+                       [&given, &around] {
+                           const Json &geometry = given.at("geometry");
+                           return AutoHideInputs{{geometry.at("collapsedHeight"), geometry.at("normalHeight")},
+                                                 around.rowsVisible,
+                                                 !given.at("openGroupedLists").empty()};
+                       },
+                   .held = [] { return false; },
+                   .startMenuContainsMouse = [&given]() -> bool { return given.at("startMenuContainsMouse"); },
+                   .paused = [&around] { return around.paused(); }},
+                  {.setTaskbarHidden = [this](bool value) { hidden = value; },
+                   .setStartMenuOpacity = [this](double opacity) { opacities.push_back(opacity); },
+                   .onStart = [this](const Rect &frame) { starts.push_back(jsonOf(frame)); }})
+    {
+        loop.advance(platform::Seconds(now));
+        for (const Json &panel : given.at("panels")) {
+            panels.push_back(std::make_unique<Panel>(panel));
+            const auto inside = optionalMember<double>(panel, "lastPointerInside");
+            machine.addPanel(*panels.back(), inside ? std::optional(platform::Seconds(*inside)) : std::nullopt);
+        }
+    }
+    Json panelsJson() const
+    {
+        Json list = Json::array();
+        for (const auto &panel : panels)
+            list.push_back(panel->json(machine));
+        return list;
+    }
+
+    double now;
+    Json opacities = Json::array(), starts = Json::array();
+    bool hidden = false;
+    platform::simulated::VirtualLoop loop;
+    std::vector<std::unique_ptr<Panel>> panels;
+    AutoHide machine;
+};
+
+// The fade timer of a case runs at the interval that the rate of that time gave it.
+void startFadeTimer(Machine &machine, Given &around, const Json &interval)
 {
-    return optionalJson(AutoHide::fadeTimer(existing.is_null() ? std::nullopt : std::optional(existing.get<double>()),
-                                            wanted, given.settings, given.paused()));
+    if (interval.is_null())
+        return;
+    const Given present = around;
+    around.settings.appRefreshRate = std::lround(1 / interval.get<double>());
+    around.inactive = false;
+    machine.machine.startFadeTimer();
+    around = present;
 }
 
 Json updateAutoHide(const Json &json)
 {
-    const Given given(json.at("settings"));
-    Panels panels(json.at("panels"));
-    std::vector<Rect> screens;
-    for (const Json &screen : json.at("screens"))
-        screens.push_back(rectFrom(screen));
-    Json opacities = Json::array(), starts = Json::array();
-    const auto outcome = AutoHide::update(
-        panels.all,
-        {.now = platform::Seconds(json.at("now").get<double>()),
-         .pointer = {json.at("pointer").at(0), json.at("pointer").at(1)},
-         .screens = screens,
-         .geometry = {json.at("geometry").at("collapsedHeight"), json.at("geometry").at("normalHeight")},
-         .settings = given.settings,
-         .taskOverflowRowsVisible = given.rowsVisible,
-         .listOpen = !json.at("openGroupedLists").empty()},
-        {[&]() -> bool { return json.at("startMenuContainsMouse"); },
-         [&](double opacity) { opacities.push_back(opacity); },
-         [&](const Rect &frame) { starts.push_back(jsonOf(frame)); }});
-    return {{"panels", panels.json()},
-            {"setStartMenuOpacity", opacities},
-            {"onStart", starts},
-            {"setTaskbarHidden", outcome.allHidden},
-            {"fadeTimer", fadeTimerAfter(json.at("fadeTimer"), outcome.fading, given)}};
+    Given around(json.at("settings"));
+    Machine machine(json, around);
+    startFadeTimer(machine, around, json.at("fadeTimer"));
+    machine.machine.update();
+    return {{"panels", machine.panelsJson()},
+            {"setStartMenuOpacity", machine.opacities},
+            {"onStart", machine.starts},
+            {"setTaskbarHidden", machine.hidden},
+            {"fadeTimer", optionalJson(machine.machine.fadeTimerInterval())}};
 }
 
 Json revealForShortcut(const Json &json)
 {
-    Panels panels(json.at("panels"));
-    const auto target = AutoHide::reveal(
-        panels.all, json.at("mainScreen").is_null() ? std::nullopt : std::optional(rectFrom(json.at("mainScreen"))),
-        platform::Seconds(json.at("now").get<double>()), json.at("expertAvoidRedundantPanelWrites"));
-    return {{"frame", target ? jsonOf(*target) : Json()}, {"panels", panels.json()}};
+    Given around(Json{{"expertAvoidRedundantPanelWrites", json.at("expertAvoidRedundantPanelWrites")}});
+    Machine machine(json, around);
+    const auto target = machine.machine.reveal(
+        json.at("mainScreen").is_null() ? std::nullopt : std::optional(rectFrom(json.at("mainScreen"))));
+    return {{"frame", target ? jsonOf(*target) : Json()}, {"panels", machine.panelsJson()}};
+}
+
+// The interval of a timer that may run already, after it was asked to start.
+Json startedFadeTimer(const Json &json)
+{
+    return optionalJson(AutoHide::fadeTimer(optionalMember<double>(json, "existing"), true,
+                                            Given(json.at("settings")).settings, Given(json.at("settings")).paused()));
 }
 
 }  // namespace
@@ -168,7 +200,7 @@ Outcome runAutoHide(const Json &testCase, const Json &)
         return compared(expected, optionalJson(AutoHide::visibilityTimer(settings.settings, settings.paused())));
     }
     if (function == "startFadeTimer")
-        return compared(expected, fadeTimerAfter(given.at("existing"), true, Given(given.at("settings"))));
+        return compared(expected, startedFadeTimer(given));
     return Outcome::skip("no function " + function);
 }
 

@@ -5,7 +5,7 @@
 
 #include "Models/Bar/OverflowHover.h"
 #include "Models/Bar/OverflowReturnLock.h"
-#include "Models/Bar/TaskDrag.h"
+#include "Models/Bar/TaskDropDelegates.h"
 #include "Platform/Simulated/VirtualLoop.h"
 
 #include <map>
@@ -81,23 +81,11 @@ Json lockStep(OverflowReturnLock &lock, const Json &step)
     return nullptr;
 }
 
-// One drag over the targets of a case.
-class Drag {
+// One drag over the targets of a case. Writes down what its drops ask of the model.
+class Drag final : public TaskDropRequests {
 public:
     explicit Drag(const Json &targets)
     {
-        actions.groupTask = [this](const std::string &id, const std::string &with) {
-            calls.push_back({"groupTask", id, with});
-        };
-        actions.dropTaskOnRow = [this](const std::string &id, const std::string &adjacentTo, bool after) {
-            calls.push_back({"dropTaskOnRow", id, adjacentTo, after});
-        };
-        actions.dropTask = [this](const std::string &id, const RunningAppGroup &onto) {
-            calls.push_back({"dropTask", id, onto.id});
-        };
-        actions.dropTaskAtOverflowRowEnd = [this](const std::string &id, const std::string &targetID) {
-            calls.push_back({"dropTaskAtOverflowRowEnd", id, targetID});
-        };
         for (const auto &[letter, target] : targets.items())
             delegates[letter] = delegateOf(target);
     }
@@ -129,6 +117,23 @@ public:
     }
 
 private:
+    void groupTask(const std::string &id, const std::string &targetID) override
+    {
+        calls.push_back({"groupTask", id, targetID});
+    }
+    void dropTaskOnRow(const std::string &id, const std::string &adjacentTo, bool after) override
+    {
+        calls.push_back({"dropTaskOnRow", id, adjacentTo, after});
+    }
+    void dropTask(const std::string &id, const RunningAppGroup &group) override
+    {
+        calls.push_back({"dropTask", id, group.id});
+    }
+    void dropTaskAtOverflowRowEnd(const std::string &id, const std::string &targetID) override
+    {
+        calls.push_back({"dropTaskAtOverflowRowEnd", id, targetID});
+    }
+
     std::unique_ptr<TaskDropDelegate> delegateOf(const Json &target)
     {
         const std::string type = target.at("type");
@@ -136,7 +141,7 @@ private:
             calls.push_back({"onDropCommitted", id, into});
         };
         if (type == "task")
-            return std::make_unique<TaskReorderDropDelegate>(state, actions, itemOf(target.at("targetID")),
+            return std::make_unique<TaskReorderDropDelegate>(state, *this, itemOf(target.at("targetID")),
                                                              target.at("targetWidth"), target.at("placeAfterTarget"),
                                                              committed);
         if (type == "group") {
@@ -144,25 +149,24 @@ private:
             group.id = target.at("targetID");
             for (const Json &id : target.at("windows"))
                 group.windows.push_back(itemOf(id));
-            return std::make_unique<CustomGroupDropDelegate>(state, actions, std::move(group), target.at("targetWidth"),
+            return std::make_unique<CustomGroupDropDelegate>(state, *this, std::move(group), target.at("targetWidth"),
                                                              target.at("placeAfterTarget"), committed);
         }
         if (type == "row")
-            return std::make_unique<TaskRowDropDelegate>(state, actions,
-                                                         optionalMember<std::string>(target, "targetID"), committed);
+            return std::make_unique<TaskRowDropDelegate>(state, *this, optionalMember<std::string>(target, "targetID"),
+                                                         committed);
         if (type == "edge")
-            return std::make_unique<TaskEdgeDropDelegate>(state, actions, target.at("targetID"), target.at("after"),
+            return std::make_unique<TaskEdgeDropDelegate>(state, *this, target.at("targetID"), target.at("after"),
                                                           committed);
         if (type == "rowEnd")
             return std::make_unique<OverflowRowEndDropDelegate>(
-                state, actions, optionalMember<std::string>(target, "targetID"), [this](const std::string &id) {
+                state, *this, optionalMember<std::string>(target, "targetID"), [this](const std::string &id) {
                     calls.push_back({"onDropCommitted", id});
                 });
         throw std::runtime_error("no target of type " + type);
     }
 
     TaskDragState state;
-    TaskDropActions actions;
     Json calls = Json::array();
     std::map<std::string, std::unique_ptr<TaskDropDelegate>> delegates;
 };
@@ -172,8 +176,8 @@ Json visualEnds(const Json &arguments)
     const auto entries = entriesFrom(arguments.at("entries"));
     const std::size_t lower = arguments.at("lower"), count = arguments.at("count");
     const bool reversed = arguments.at("reversed");
-    return {{"orderedRowTarget", optionalJson(TaskDrag::orderedRowTarget(entries, lower, count, reversed))},
-            {"orderedRowEndTarget", optionalJson(TaskDrag::orderedRowEndTarget(entries, lower, count, reversed))}};
+    return {{"orderedRowTarget", optionalJson(TaskDrops::orderedRowTarget(entries, lower, count, reversed))},
+            {"orderedRowEndTarget", optionalJson(TaskDrops::orderedRowEndTarget(entries, lower, count, reversed))}};
 }
 
 }  // namespace
@@ -207,7 +211,7 @@ Outcome runDragAndDrop(const Json &testCase, const Json &)
     const Json &arguments = testCase.at("arguments");
     if (function == "cue")
         return compared(testCase.at("expected"),
-                        Json(TaskDrag::cue(arguments.at("targetID"), arguments.at("targetWidth"), arguments.at("x"))));
+                        Json(TaskDrops::cue(arguments.at("targetID"), arguments.at("targetWidth"), arguments.at("x"))));
     if (function == "visualEnds")
         return compared(testCase.at("expected"), visualEnds(arguments));
     return Outcome::skip("no function " + function);

@@ -1,4 +1,4 @@
-#include "Controllers/PointerFollower.h"
+#include "Models/Bar/PointerFollower.h"
 
 #include <utility>
 

@@ -1,0 +1,227 @@
+#include "Models/Bar/Bar.h"
+
+#include <algorithm>
+
+namespace korvane {
+
+Bar::Bar(AppModel &appModel, platform::MainLoop &mainLoop, MeasureText measureText, BarActions owner)
+    : model(appModel), loop(mainLoop), measure(std::move(measureText)), actions(std::move(owner)),
+      hover(mainLoop,
+            {[this](bool visible) { model.setTaskOverflowRowsVisible(visible); },
+             [this](bool expanded) { model.setTaskRowsExpanded(expanded); }, [this] { actions.rowsChanged(); }},
+            appModel.settings().autoHideOverflow),
+      knownGroupMembers(appModel.settings().customGroupMembers)
+{}
+
+Bar::~Bar()
+{
+    // Nobody is left to arrange anything.
+    actions = {[] {}, [] {}, [] {}};
+    currentDrag.reset();
+    if (resize)
+        resize->cancelled();
+}
+
+void Bar::update(double newWidth)
+{
+    passIsWanted = false;
+    width = newWidth;
+    hover.setAutoHideOverflow(model.settings().autoHideOverflow);
+    forgetWhatIsGone();
+    runPass();
+    letLockFollowGroups();
+    ejectWhatDoesNotFit();
+    // The grip of a task that is gone holds nothing still any more.
+    if (armedID && !entry(*armedID))
+        disarm();
+    // Several screens share the one count, and the last writer wins: each bar speaks up for its own changes alone.
+    if (std::exchange(reportedRowCount, current.rowCount) != current.rowCount)
+        model.setTaskOverflowRowCount(current.rowCount);
+}
+
+const TaskbarEntry *Bar::entry(const std::string &entryID) const
+{
+    const auto found = std::ranges::find(current.entries, entryID, &TaskbarEntry::id);
+    return found == current.entries.end() ? nullptr : &*found;
+}
+
+void Bar::runPass()
+{
+    const TaskbarPassInput input{.runningApps = model.runningApps(),
+                                 .settingsTask = model.settingsTaskItem(),
+                                 .settings = model.settings(),
+                                 .quicklyLaunchItemCount = 0,
+                                 .width = width,
+                                 .showsAttentionIndicator = model.shouldShowTaskbarAttentionIndicator(),
+                                 .taskWidthOverrides = overrides,
+                                 .overflowReturnLocked = lock.overflowReturnLocked(),
+                                 .lockedMainWindowIDs = lock.lockedMainWindowIDs()};
+    current = TaskbarPass::run(input, measure);
+}
+
+void Bar::forgetWhatIsGone()
+{
+    const auto settingsTask = model.settingsTaskItem();
+    TaskWidthOverrides::prune(overrides, model.runningApps(), model.settings().customGroupMembers,
+                              settingsTask ? std::optional(settingsTask->id) : std::nullopt);
+    if (!lock.overflowReturnLocked())
+        return;
+    OverflowReturnLock::WindowIDs live;
+    for (const RunningAppItem &item : model.runningApps())
+        live.insert(item.id);
+    if (settingsTask)
+        live.insert(settingsTask->id);
+    lock.pruneLockedMainWindowIDs(live);
+}
+
+// A window that joined a group on the main row is on the main row with it.
+void Bar::letLockFollowGroups()
+{
+    if (knownGroupMembers == model.settings().customGroupMembers)
+        return;
+    knownGroupMembers = model.settings().customGroupMembers;
+    const auto named = lock.lockedMainWindowIDs().size();
+    lock.retainLockedMainGroupMembers(current.entries);
+    if (named != lock.lockedMainWindowIDs().size())
+        runPass();
+}
+
+// What the layout has pushed out of the main row stays out. Each round takes windows away from the lock or ends it.
+void Bar::ejectWhatDoesNotFit()
+{
+    const auto mainCounts = [this] { return std::pair(current.mainCount, current.partitionMainCount); };
+    while (knownMainCounts && *knownMainCounts != mainCounts()) {
+        knownMainCounts = mainCounts();
+        const auto named = lock.lockedMainWindowIDs().size();
+        lock.ejectNonfittingLockedMainEntries(current.entries, current.mainCount);
+        if (named == lock.lockedMainWindowIDs().size())
+            break;
+        runPass();
+    }
+    knownMainCounts = mainCounts();
+}
+
+void Bar::wantPass()
+{
+    if (passIsWanted)
+        return;
+    passIsWanted = true;
+    loop.post([this, stillHere = std::weak_ptr<bool>(alive)] {
+        if (!stillHere.expired() && passIsWanted)
+            actions.passWanted();
+    });
+}
+
+// ---------------------------------------------------------------------------------------------------- rows
+
+void Bar::pointerOverRow(const std::optional<int> &rowID, bool tucked, const std::optional<double> &x)
+{
+    if (currentDrag && rowID && tucked)
+        hover.revealForDrag();
+    if (rowID == pointedRow)
+        return;
+    if (const auto left = std::exchange(pointedRow, rowID))
+        hover.overflowHoverChanged(false, *left, x);
+    if (rowID)
+        hover.overflowHoverChanged(true, *rowID, x);
+}
+
+void Bar::clickOverflowReturnLock()
+{
+    lock.toggle(current.mainCount, current.entries);
+    wantPass();
+}
+
+void Bar::setTaskPosition(const std::string &id, const std::set<std::string> &windowIDs, bool first)
+{
+    lock.taskPositionSet(windowIDs, first, current.hasOverflow);
+    model.setTaskPosition(id, first);
+    wantPass();
+}
+
+// ---------------------------------------------------------------------------------------------------- dragging
+
+void Bar::beginDrag(const std::string &dragID, std::set<std::string> windowIDs)
+{
+    endDrag();
+    currentDrag = std::make_unique<TaskDrag>(dragID, std::move(windowIDs), TaskDrag::Surroundings{model, hover, lock});
+}
+
+DropProposal Bar::dragMovedTo(const std::optional<TaskDropPlace> &place, double x)
+{
+    if (!currentDrag)
+        return DropProposal::none;
+    const DropProposal proposal = currentDrag->movedTo(place, x, current);
+    actions.cueChanged();
+    return proposal;
+}
+
+void Bar::dragRestsOver(const std::optional<TaskDropPlace> &place, double x)
+{
+    if (currentDrag)
+        currentDrag->layoutChanged(place, x, current);
+}
+
+void Bar::dragLeft()
+{
+    if (!currentDrag)
+        return;
+    currentDrag->left();
+    actions.cueChanged();
+}
+
+bool Bar::isStillThere(const std::string &dragID) const
+{
+    return entry(dragID) || !model.windowsForDragID(dragID).empty();
+}
+
+bool Bar::drop(const std::optional<TaskDropPlace> &place, double x)
+{
+    if (!currentDrag)
+        return false;
+    const bool taken = isStillThere(currentDrag->draggedTaskID()) && currentDrag->drop(place, x, current);
+    endedDrag();
+    return taken;
+}
+
+void Bar::endDrag()
+{
+    if (currentDrag)
+        endedDrag();
+}
+
+void Bar::endedDrag()
+{
+    // The drag gives itself up if it was not dropped. What it tells meanwhile is told of no drag any more.
+    const auto ended = std::move(currentDrag);
+    ended->giveUp();
+    actions.cueChanged();
+    wantPass();
+}
+
+// ---------------------------------------------------------------------------------------------------- widths
+
+void Bar::armResize(const std::string &entryID)
+{
+    if (armedID == entryID)
+        return;
+    disarm();
+    armedID = entryID;
+    resize = std::make_unique<TaskResize>(TaskResizeActions{
+        [this] { model.beginTaskResize(); }, [this, entryID](double newWidth) { overrides[entryID] = newWidth; },
+        [this] { model.endTaskResize(); },
+        [this] {
+            armedID.reset();
+            wantPass();
+        }});
+    actions.rowsChanged();
+}
+
+void Bar::disarm()
+{
+    armedID.reset();
+    if (const auto grip = std::move(resize))
+        grip->cancelled();
+}
+
+}  // namespace korvane

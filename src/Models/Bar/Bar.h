@@ -1,0 +1,117 @@
+// One bar: what a person did to it and what follows from that. Rows that are held open, the lock, a drag, widths set by
+// hand and the grip that sets them live here, beside the layout that comes out of them, and go with the bar. The view
+// asks for all this and arranges its widgets; it finds out what lies under the pointer and tells it.
+#pragma once
+
+#include "Models/AppModel/AppModel.h"
+#include "Models/Bar/OverflowHover.h"
+#include "Models/Bar/OverflowReturnLock.h"
+#include "Models/Bar/TaskDrag.h"
+#include "Models/Bar/TaskResize.h"
+#include "Models/Bar/TaskbarPass.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <utility>
+
+namespace korvane {
+
+// What a bar tells its view.
+struct BarActions {
+    // Another layout is due. Comes from the run loop, once however much has changed, unless update() ran before.
+    std::function<void()> passWanted;
+    // Rows have opened or closed, or the grip is elsewhere: the layout stays as it is.
+    std::function<void()> rowsChanged;
+    // The place under a drag is another.
+    std::function<void()> cueChanged;
+};
+
+class Bar {
+public:
+    Bar(AppModel &model, platform::MainLoop &loop, MeasureText measure, BarActions actions);
+    Bar(const Bar &) = delete;
+    Bar &operator=(const Bar &) = delete;
+    // A width that is being set is not set, a drag is given up.
+    ~Bar();
+
+    // ------------------------------------------------------------------------------------------------ the pass
+    // Lays the present tasks out over that width, in points, and tells the model how many rows there are.
+    void update(double width);
+    const TaskbarLayout &layout() const { return current; }
+    // Null when no entry has that identifier.
+    const TaskbarEntry *entry(const std::string &entryID) const;
+
+    // ------------------------------------------------------------------------------------------------ rows
+    const OverflowHover &overflowHover() const { return hover; }
+    const OverflowReturnLock &overflowReturnLock() const { return lock; }
+    // The pointer is over that overflow row, which may show no more than its top, or over none. `x` counts from the
+    // left edge of the screen and is absent off every screen.
+    void pointerOverRow(const std::optional<int> &rowID, bool tucked, const std::optional<double> &x);
+    void overflowArrowHoverChanged(bool hovered) { hover.overflowArrowHoverChanged(hovered); }
+    void clickOverflowArrow() { hover.toggleArrow(model.taskRowsExpanded()); }
+    void clickOverflowReturnLock();
+    // "Set First" and "Set Last" of what the drag id stands for.
+    void setTaskPosition(const std::string &id, const std::set<std::string> &windowIDs, bool first);
+
+    // ------------------------------------------------------------------------------------------------ dragging
+    // A drag begins, of that drag id, which stands for those windows. One that has not ended is given up.
+    void beginDrag(const std::string &dragID, std::set<std::string> windowIDs);
+    // Null while nothing is dragged.
+    const TaskDrag *drag() const { return currentDrag.get(); }
+    // The pointer is over that place, or over none, at `x` in the view. Says whether a drop there would be taken.
+    DropProposal dragMovedTo(const std::optional<TaskDropPlace> &place, double x);
+    // After an update(): what lies under a drag that rests.
+    void dragRestsOver(const std::optional<TaskDropPlace> &place, double x);
+    // The pointer left the bar.
+    void dragLeft();
+    // Lets go. What was dragged may have been closed on the way; then nothing is dropped. Says whether it was taken.
+    bool drop(const std::optional<TaskDropPlace> &place, double x);
+    // The toolkit's drag is over. Nothing when it was dropped on this bar.
+    void endDrag();
+
+    // ------------------------------------------------------------------------------------------------ widths
+    const TaskWidthOverrides::Overrides &taskWidthOverrides() const { return overrides; }
+    // The entry whose button shows the grip.
+    const std::optional<std::string> &armedResizeID() const { return armedID; }
+    // Shows the grip on the entry's button; nothing when it is there already.
+    void armResize(const std::string &entryID);
+    // The grip of the armed entry; null while none is armed.
+    TaskResize *grip() { return armedID ? resize.get() : nullptr; }
+
+private:
+    void runPass();
+    void forgetWhatIsGone();
+    void letLockFollowGroups();
+    void ejectWhatDoesNotFit();
+    void endedDrag();
+    void disarm();
+    void wantPass();
+    bool isStillThere(const std::string &dragID) const;
+
+    AppModel &model;
+    platform::MainLoop &loop;
+    MeasureText measure;
+    BarActions actions;
+    double width = 0;  // of the last pass
+    TaskbarLayout current;
+    int reportedRowCount = 0;
+
+    OverflowHover hover;
+    OverflowReturnLock lock;
+    std::optional<int> pointedRow;  // the overflow row under the pointer
+    std::unique_ptr<TaskDrag> currentDrag;
+    TaskWidthOverrides::Overrides overrides;
+    std::optional<std::string> armedID;
+    std::unique_ptr<TaskResize> resize;
+    // As they were in the pass before.
+    std::optional<std::pair<std::size_t, std::size_t>> knownMainCounts;
+    StringMap knownGroupMembers;
+
+    bool passIsWanted = false;
+    std::shared_ptr<bool> alive = std::make_shared<bool>(true);  // what was posted holds it weakly
+};
+
+}  // namespace korvane

@@ -1,0 +1,349 @@
+// One bar over a model on a simulated desktop, with no widget.
+#include "Models/Bar/Bar.h"
+
+#include "tests/Models/AppModel/ModelFixture.h"
+
+#include <algorithm>
+
+namespace korvane {
+namespace {
+
+using testing::ModelFixture;
+using testing::V;
+using Place = TaskDropPlace;
+
+class BarOnADesktop : public ModelFixture {
+protected:
+    // So many windows of one program, none grouped, on a bar on which about ten tabs fit side by side at their least.
+    void show(int windows)
+    {
+        addApplication(1, "Mail", windows);
+        makeModel();
+        model->set(&V::groupingMode, "never");
+        model->set(&V::mediaSliderDisplay, "Never");
+        start();
+        makeBar();
+    }
+    void makeBar()
+    {
+        bar = std::make_unique<Bar>(
+            *model, desktop.loop,
+            [this](std::string_view text) {
+                ++measured;
+                return static_cast<double>(text.size()) * 7;
+            },
+            BarActions{[this] {
+                           ++passes;
+                           bar->update(width);
+                       },
+                       [this] { ++arranged; }, [this] { ++cues; }});
+        bar->update(width);
+    }
+    const std::string &id(std::size_t index) { return bar->layout().entries.at(index).id; }
+    // On that entry's button, which begins at 100 and is 200 wide.
+    Place on(std::size_t index)
+    {
+        Place place;
+        place.kind = bar->layout().entries.at(index).group ? Place::Kind::group : Place::Kind::task;
+        place.rowID = index < bar->layout().mainCount ? mainRowID : 1;
+        place.entry = index;
+        place.entryID = id(index);
+        place.left = 100;
+        place.width = 200;
+        return place;
+    }
+    static Place ofKind(Place::Kind kind, int rowID = mainRowID)
+    {
+        Place place;
+        place.kind = kind;
+        place.rowID = rowID;
+        return place;
+    }
+    // Windows that are asked to close do, and the model hears of it.
+    void close(int index)
+    {
+        desktop.applications.closeWindow(1, hashOf(1, index));
+        model->refresh();
+    }
+    const OverflowReturnLock::WindowIDs &locked() { return bar->overflowReturnLock().lockedMainWindowIDs(); }
+
+    static constexpr double edge = 110, middle = 280;  // of the place of a button
+
+    double width = 1000;
+    std::unique_ptr<Bar> bar;
+    int passes = 0, arranged = 0, cues = 0, measured = 0;
+};
+
+// ---------------------------------------------------------------------------------------------------- the pass
+
+TEST_F(BarOnADesktop, APassLaysOutOnceUnlessTheLockChanges)
+{
+    show(20);
+    const int each = std::exchange(measured, 0);
+    bar->update(width);
+    EXPECT_EQ(measured, each);
+    EXPECT_EQ(each, 2 * 20);  // as a plain window and as an entry
+}
+
+TEST_F(BarOnADesktop, TheModelHearsOfTheRowsOfEachBarOnlyWhenTheyChangeThere)
+{
+    show(40);
+    const int rows = bar->layout().rowCount;
+    EXPECT_GT(rows, 1);
+    EXPECT_EQ(model->taskOverflowRowCount(), rows);
+    model->setTaskOverflowRowCount(77);
+    bar->update(width);
+    EXPECT_EQ(model->taskOverflowRowCount(), 77);
+    bar->update(100 * width);
+    EXPECT_EQ(model->taskOverflowRowCount(), 1);
+}
+
+TEST_F(BarOnADesktop, APassThatWasWantedDoesNotComeAfterOneThatCameFirst)
+{
+    show(20);
+    bar->clickOverflowReturnLock();
+    bar->clickOverflowReturnLock();
+    advance(0);
+    EXPECT_EQ(passes, 1);
+    bar->clickOverflowReturnLock();
+    bar->update(width);
+    advance(0);
+    EXPECT_EQ(passes, 1);
+}
+
+TEST_F(BarOnADesktop, APassThatWasWantedDoesNotComeToABarThatIsGone)
+{
+    show(20);
+    bar->clickOverflowReturnLock();
+    bar.reset();
+    advance(1);
+    EXPECT_EQ(passes, 0);
+}
+
+// ---------------------------------------------------------------------------------------------------- the lock
+
+TEST_F(BarOnADesktop, LockedTasksDoNotComeBackToTheMainRow)
+{
+    show(30);
+    const std::size_t main = bar->layout().mainCount;
+    bar->clickOverflowReturnLock();
+    advance(0);
+    EXPECT_EQ(locked().size(), main);
+    close(0);
+    bar->update(width);
+    EXPECT_EQ(bar->layout().mainCount, main - 1);
+    EXPECT_EQ(locked().size(), main - 1);
+    bar->clickOverflowReturnLock();
+    advance(0);
+    EXPECT_EQ(bar->layout().mainCount, main);
+}
+
+TEST_F(BarOnADesktop, WhatTheLayoutPushesOutOfTheMainRowStaysOut)
+{
+    show(30);
+    bar->clickOverflowReturnLock();
+    advance(0);
+    bar->update(width - 200);
+    const std::size_t narrow = bar->layout().mainCount;
+    EXPECT_EQ(locked().size(), narrow);
+    bar->update(width);
+    EXPECT_EQ(bar->layout().mainCount, narrow);
+}
+
+TEST_F(BarOnADesktop, AWindowThatJoinsALockedGroupComesToTheMainRowWithIt)
+{
+    show(30);
+    model->createCustomGroup({task(idOf(1, 0)), task(idOf(1, 1))});
+    bar->update(width);
+    bar->clickOverflowReturnLock();
+    advance(0);
+    const std::string joining = bar->layout().entries.back().id;
+    EXPECT_FALSE(locked().contains(joining));
+    const auto group = std::ranges::find_if(bar->layout().entries, &TaskbarEntry::isGrouped);
+    ASSERT_NE(group, bar->layout().entries.end());
+    model->dropTask(joining, RunningAppGroup(*group->group));
+    bar->update(width);
+    EXPECT_TRUE(locked().contains(joining));
+}
+
+// ---------------------------------------------------------------------------------------------------- rows
+
+TEST_F(BarOnADesktop, APointerThatRestsOverATuckedRowOpensIt)
+{
+    show(30);
+    bar->pointerOverRow(1, true, 700);
+    advance(0.119);
+    EXPECT_FALSE(bar->overflowHover().overflowOpen());
+    advance(0.001);
+    EXPECT_TRUE(bar->overflowHover().overflowOpen());
+    EXPECT_TRUE(model->taskOverflowRowsVisible());
+    EXPECT_GT(arranged, 0);
+    bar->pointerOverRow(std::nullopt, false, 700);
+    advance(0.4);
+    EXPECT_FALSE(bar->overflowHover().overflowOpen());
+}
+
+TEST_F(BarOnADesktop, AMoveWithinOneRowIsNoSecondEnter)
+{
+    show(30);
+    bar->pointerOverRow(1, true, 700);
+    advance(0.1);
+    bar->pointerOverRow(1, true, 710);
+    advance(0.02);
+    EXPECT_TRUE(bar->overflowHover().overflowOpen());
+}
+
+// ---------------------------------------------------------------------------------------------------- drags
+
+TEST_F(BarOnADesktop, ADropEndsTheDragOnceAndCausesOnePass)
+{
+    show(5);
+    const std::string dragged = id(0), target = id(3);
+    advance(1);
+    bar->beginDrag(dragged, {dragged});
+    EXPECT_EQ(bar->dragMovedTo(on(3), edge), DropProposal::move);
+    EXPECT_EQ(bar->drag()->taskDropCue(), "before:" + target);
+    EXPECT_TRUE(bar->drop(on(3), edge));
+    EXPECT_EQ(bar->drag(), nullptr);
+    bar->endDrag();  // the toolkit's own drag returns later
+    advance(0);
+    EXPECT_EQ(passes, 1);
+    EXPECT_EQ(id(2), dragged);
+    EXPECT_EQ(id(3), target);
+    advance(5);
+    EXPECT_EQ(passes, 1);
+}
+
+TEST_F(BarOnADesktop, ADragThatIsGivenUpLeavesNothingBehind)
+{
+    show(30);
+    const auto before = ids();
+    bar->beginDrag(id(0), {id(0)});
+    bar->pointerOverRow(1, true, 700);
+    EXPECT_TRUE(bar->overflowHover().overflowOpen());
+    bar->dragMovedTo(on(2), middle);
+    const int told = cues;
+    bar->endDrag();
+    EXPECT_GT(cues, told);
+    EXPECT_EQ(bar->drag(), nullptr);
+    EXPECT_TRUE(bar->overflowReturnLock().draggedWindowIDs().empty());
+    EXPECT_FALSE(bar->overflowHover().overflowOpen());
+    EXPECT_EQ(ids(), before);
+    advance(0);
+    EXPECT_EQ(passes, 1);
+}
+
+TEST_F(BarOnADesktop, ADropOfWhatWasClosedOnTheWayIsRefused)
+{
+    show(5);
+    const std::string dragged = idOf(1, 0);
+    bar->beginDrag(dragged, {dragged});
+    close(0);
+    bar->update(width);
+    EXPECT_FALSE(bar->drop(on(2), middle));
+    EXPECT_EQ(bar->drag(), nullptr);
+    EXPECT_TRUE(model->settings().customGroupMembers.empty());
+}
+
+TEST_F(BarOnADesktop, AListThatChangesUnderARestingDragGivesItAnotherTarget)
+{
+    show(5);
+    const std::string dragged = idOf(1, 4), target = idOf(1, 1);
+    bar->beginDrag(dragged, {dragged});
+    bar->dragMovedTo(on(0), edge);
+    close(0);
+    bar->update(width);
+    bar->dragRestsOver(on(0), edge);
+    EXPECT_EQ(bar->drag()->taskDropCue(), "before:" + target);
+}
+
+TEST_F(BarOnADesktop, ADropOnTheMainRowKeepsTheTaskThereWhileItIsLocked)
+{
+    show(30);
+    bar->clickOverflowReturnLock();
+    advance(0);
+    const std::string moved = id(bar->layout().mainCount + 2);
+    bar->beginDrag(moved, {moved});
+    EXPECT_TRUE(bar->drop(on(0), edge));
+    advance(0);
+    EXPECT_TRUE(locked().contains(moved));
+    EXPECT_LT(std::ranges::find(bar->layout().entries, moved, &TaskbarEntry::id) - bar->layout().entries.begin(),
+              static_cast<std::ptrdiff_t>(bar->layout().mainCount));
+}
+
+TEST_F(BarOnADesktop, ADropOnTheEmptyRowsEndCapLocksTheOthersToTheMainRow)
+{
+    show(3);
+    model->set(&V::mediaSliderDisplay, "Overflow");
+    bar->update(width);
+    ASSERT_EQ(bar->layout().overflowRows.size(), 1U);
+    const std::string moved = id(0);
+    bar->beginDrag(moved, {moved});
+    EXPECT_TRUE(bar->drop(ofKind(Place::Kind::endCap, 1), 5));
+    advance(0);
+    EXPECT_TRUE(bar->overflowReturnLock().overflowReturnLocked());
+    EXPECT_EQ(bar->layout().mainCount, 2U);
+    EXPECT_EQ(bar->layout().entries.back().id, moved);
+}
+
+// ---------------------------------------------------------------------------------------------------- widths
+
+TEST_F(BarOnADesktop, AWidthSetByHandIsKeptForTheEntryAndEndsWithIt)
+{
+    show(5);
+    const std::string wide = idOf(1, 1);
+    bar->armResize(wide);
+    ASSERT_TRUE(bar->grip());
+    bar->grip()->changed(120, 60);
+    bar->grip()->ended();
+    EXPECT_FALSE(bar->armedResizeID());
+    EXPECT_FALSE(bar->grip());
+    advance(0);
+    EXPECT_EQ(passes, 1);
+    EXPECT_EQ(bar->taskWidthOverrides().at(wide), 180);
+    EXPECT_EQ(bar->layout().widths[1], 180);
+    close(1);
+    bar->update(width);
+    EXPECT_TRUE(bar->taskWidthOverrides().empty());
+}
+
+TEST_F(BarOnADesktop, TheGripOfATaskThatIsGoneHoldsNothingStill)
+{
+    show(5);
+    bar->armResize(idOf(1, 1));
+    bar->grip()->changed(120, 60);
+    EXPECT_TRUE(model->inspect().taskResizeSuspended);
+    // The list stands still under the grip, so the task goes away by another road.
+    model->endTaskResize();
+    close(1);
+    bar->update(width);
+    EXPECT_FALSE(bar->armedResizeID());
+    EXPECT_FALSE(model->inspect().taskResizeSuspended);
+    EXPECT_TRUE(bar->taskWidthOverrides().empty());
+}
+
+TEST_F(BarOnADesktop, ABarThatGoesAwayUnderAGripSetsNoWidthAndLetsTheListGoOn)
+{
+    show(5);
+    bar->armResize(idOf(1, 1));
+    bar->grip()->changed(120, 60);
+    bar.reset();
+    EXPECT_FALSE(model->inspect().taskResizeSuspended);
+}
+
+TEST_F(BarOnADesktop, ASecondGripTakesThePlaceOfTheFirst)
+{
+    show(5);
+    bar->armResize(idOf(1, 1));
+    bar->grip()->changed(120, 60);
+    bar->armResize(idOf(1, 2));
+    EXPECT_EQ(bar->armedResizeID(), idOf(1, 2));
+    EXPECT_FALSE(bar->grip()->resizing());
+    EXPECT_FALSE(model->inspect().taskResizeSuspended);
+    const int before = arranged;
+    bar->armResize(idOf(1, 2));
+    EXPECT_EQ(arranged, before);
+}
+
+}  // namespace
+}  // namespace korvane
