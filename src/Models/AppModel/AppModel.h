@@ -10,6 +10,7 @@
 #include "Models/Settings/Settings.h"
 #include "Models/Tasks/DockBadges.h"
 #include "Models/Tasks/TabColors.h"
+#include "Models/Tasks/TaskChanges.h"
 #include "Models/Tasks/TaskDropRequests.h"
 #include "Models/Tasks/TaskGrouping.h"
 #include "Models/Tasks/TaskOrder.h"
@@ -45,9 +46,13 @@ public:
     // The name of a property when it is assigned by itself, in the order of assignment; "modelChanged" for a change of
     // several, or of what is derived from them.
     Signal<std::string_view> published;
+    // The same change in other words: which tasks' buttons it concerns. Comes before `changed`.
+    Signal<const TaskChanges &> tasksChanged;
 
     const std::vector<RunningAppItem> &runningApps() const { return tasks; }  // in task order
     const std::vector<AttentionAppItem> &attentionApps() const { return attention; }
+    // The place of the task in the list; absent when there is none of that identifier.
+    std::optional<std::size_t> placeOfTask(std::string_view id) const;
     bool accessibilityTrusted() const { return trusted; }
     bool systemIsInactive() const { return !inactive.empty(); }
     const WindowMemory &windowMemory() const { return memory; }
@@ -236,13 +241,18 @@ private:
         std::vector<RunningAppItem> onScreenItems;               // owned here without the permission
         ItemList windows;                                        // what the list will hold
         std::optional<std::vector<AttentionAppItem>> attention;  // absent when no scan took place
-        bool unchanged = true;                                   // every application gave what it gave the last time
+        ItemList changed;         // those that other things are known of now, while sameWindows
+        bool unchanged = true;    // every application gave what it gave the last time
+        bool sameWindows = true;  // each application has the same windows as the last time, in the same order
     };
 
     // Observing
     void publish(std::string_view property);
+    void publish(std::string_view property, const TaskChanges &changes);
     void announceChange() { publish("modelChanged"); }
     void setTasks(std::vector<RunningAppItem> items);
+    bool patchTasks(const ItemList &items);
+    void followWindows(const ItemList &windows);
     void clearTasks();
     void setTrusted(bool value);
 
@@ -304,8 +314,10 @@ private:
 
     std::unordered_map<Pid, KnownApplication> knownApplications;
     std::uint64_t refreshCount = 0;
-    bool listChangedOutside =
-        true;  // the published list is not the one that the last accessible reading was compared with
+    // The published list is not the one that the last accessible reading was compared with.
+    bool listChangedOutside = true;
+    // The published list is of accessible windows, in the order that sorting it again would give.
+    bool listIsSorted = false;
     BadgedNames cachedBadgedApps;
     std::optional<platform::Seconds> lastBadgeScan;
 

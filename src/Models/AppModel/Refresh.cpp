@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <limits>
 #include <unordered_set>
+#include <utility>
 
 namespace korvane {
 
@@ -41,13 +42,8 @@ void AppModel::refresh(bool forceBadgeScan, bool skipUnchangedDownstream)
     // The same windows as the last time: the memory has followed them and the published list has been compared.
     const bool unchanged = reading.unchanged && listWasCompared;
     lastReadingUnchanged = unchanged;
-    if (!unchanged) {
-        const auto changes = memory.updatePreviousWindows(reading.windows);
-        if (changes.activeStrip)
-            publish("activeBlueStripWindowID");
-        if (changes.previousWindows)
-            publish("previousWindowIDsByApplication");
-    }
+    if (!unchanged)
+        followWindows(reading.windows);
     publishAttention(std::move(reading.attention));
     if (skipUnchangedDownstream && settings().expertSkipUnchangedRefreshes && hasCompletedInitialRefresh) {
         KORVANE_ASSERT(!taskPlaces.hasDuplicates(), "two tasks of the list have one identifier");
@@ -56,6 +52,14 @@ void AppModel::refresh(bool forceBadgeScan, bool skipUnchangedDownstream)
             refreshing = false;
             return;
         }
+    }
+    // The same windows in the same order: what is new is in their records.
+    if (trusted && reading.sameWindows && listIsSorted && settings().expertSkipUnchangedRefreshes
+        && hasCompletedInitialRefresh && reading.windows.size() == tasks.size() && patchTasks(reading.changed)) {
+        pruneColors(tasks);
+        listChangedOutside = false;
+        refreshing = false;
+        return;
     }
 
     placeNewWindows(reading.windows);
@@ -73,10 +77,33 @@ void AppModel::refresh(bool forceBadgeScan, bool skipUnchangedDownstream)
             sorted.push_back(*item);
         setTasks(std::move(sorted));
     }
+    listIsSorted = trusted;
     pruneColors(tasks);
     hasCompletedInitialRefresh = true;
     listChangedOutside = !trusted;
     refreshing = false;
+}
+
+// The buttons of the windows that a strip leaves or comes to look different.
+void AppModel::followWindows(const ItemList &windows)
+{
+    const auto stripBefore = memory.activeBlueStripWindowID();
+    const auto previousBefore = memory.previousWindowIDsByApplication();
+    const auto changes = memory.updatePreviousWindows(windows);
+    if (changes.activeStrip) {
+        TaskChanges buttons;
+        for (const auto &id : {stripBefore, memory.activeBlueStripWindowID()})
+            if (id)
+                buttons.ids.insert(*id);
+        publish("activeBlueStripWindowID", buttons);
+    }
+    if (changes.previousWindows) {
+        TaskChanges buttons;
+        for (const auto *one : {&previousBefore, &memory.previousWindowIDsByApplication()})
+            for (const auto &[application, id] : *one)
+                buttons.ids.insert(id);
+        publish("previousWindowIDsByApplication", buttons);
+    }
 }
 
 ApplicationList AppModel::readApplications()
@@ -128,13 +155,22 @@ void AppModel::readAccessibleWindows(Reading &reading)
         if (!revision || known.revision != revision || known.active != application->active || known.hasBadge != hasBadge
             || !known.metadata || !known.filtered) {
             reading.unchanged = false;
-            known.items = discovery.accessibleWindowItems(*application, appMetadata(*application), hasBadge);
+            auto items = discovery.accessibleWindowItems(*application, appMetadata(*application), hasBadge);
+            std::vector<bool> blacklisted;
+            for (const RunningAppItem &item : items)
+                blacklisted.push_back(isBlacklisted(item.name));
+            reading.sameWindows =
+                reading.sameWindows && blacklisted == known.blacklisted
+                && std::ranges::equal(items, known.items, {}, &RunningAppItem::id, &RunningAppItem::id);
+            const auto before = std::exchange(known.items, std::move(items));
+            known.blacklisted = std::move(blacklisted);
+            if (reading.sameWindows)
+                for (std::size_t i = 0; i < before.size(); ++i)
+                    if (!known.blacklisted[i] && !isSameRecord(before[i], known.items[i]))
+                        reading.changed.push_back(&known.items[i]);
             known.revision = revision;
             known.active = application->active;
             known.hasBadge = hasBadge;
-            known.blacklisted.clear();
-            for (const RunningAppItem &item : known.items)
-                known.blacklisted.push_back(isBlacklisted(item.name));
             known.filtered = true;
         }
         seedDefaultColors(*application, known.items);

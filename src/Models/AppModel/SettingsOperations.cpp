@@ -17,6 +17,7 @@ void AppModel::settingChanged(const Setting &setting)
         lastAskedRefresh = platform.loop.monotonicNow();
         configureRefreshTimer();
     }
+    listIsSorted = false;
     publish(setting.property);
     // What is derived from these is made anew.
     if (setting.group == SettingGroup::quicklyLaunch && setting.savesOnChange)
@@ -48,6 +49,7 @@ void AppModel::saveStartFavorites()
 void AppModel::saveTaskOrder(std::vector<std::string> order)
 {
     store.edit().taskOrder = std::move(order);
+    listIsSorted = false;
     publish("taskOrder");
     store.save(&V::taskOrder);
 }

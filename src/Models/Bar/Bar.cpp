@@ -11,7 +11,9 @@ Bar::Bar(AppModel &appModel, platform::MainLoop &mainLoop, MeasureText measureTe
              [this](bool expanded) { model.setTaskRowsExpanded(expanded); }, [this] { actions.rowsChanged(); }},
             appModel.settings().autoHideOverflow),
       knownGroupMembers(appModel.settings().customGroupMembers)
-{}
+{
+    taskChanges = model.tasksChanged.connect([this](const TaskChanges &changes) { pending.merge(changes); });
+}
 
 Bar::~Bar()
 {
@@ -25,11 +27,18 @@ Bar::~Bar()
 void Bar::update(double newWidth)
 {
     passIsWanted = false;
-    width = newWidth;
     hover.setAutoHideOverflow(model.settings().autoHideOverflow);
-    forgetWhatIsGone();
-    runPass();
-    letLockFollowGroups();
+    pending.list = pending.list || width != newWidth;
+    pending.everything = pending.everything || groupingChanged();
+    width = newWidth;
+    // What happens while this pass goes on belongs to the next one.
+    const TaskChanges changes = std::exchange(pending, {});
+    if (changes.everything || changes.list || !rerunPass(changes)) {
+        forgetWhatIsGone();
+        runPass();
+        letLockFollowGroups();
+        noteChangedButtons(changes);
+    }
     ejectWhatDoesNotFit();
     // The grip of a task that is gone holds nothing still any more.
     if (armedID && !entry(*armedID))
@@ -45,18 +54,68 @@ const TaskbarEntry *Bar::entry(const std::string &entryID) const
     return found == current.entries.end() ? nullptr : &*found;
 }
 
+TaskbarPassInput Bar::passInput() const
+{
+    return {.runningApps = model.runningApps(),
+            .settingsTask = model.settingsTaskItem(),
+            .settings = model.settings(),
+            .quicklyLaunchItemCount = 0,
+            .width = width,
+            .showsAttentionIndicator = model.shouldShowTaskbarAttentionIndicator(),
+            .taskWidthOverrides = overrides,
+            .overflowReturnLocked = lock.overflowReturnLocked(),
+            .lockedMainWindowIDs = lock.lockedMainWindowIDs()};
+}
+
 void Bar::runPass()
 {
-    const TaskbarPassInput input{.runningApps = model.runningApps(),
-                                 .settingsTask = model.settingsTaskItem(),
-                                 .settings = model.settings(),
-                                 .quicklyLaunchItemCount = 0,
-                                 .width = width,
-                                 .showsAttentionIndicator = model.shouldShowTaskbarAttentionIndicator(),
-                                 .taskWidthOverrides = overrides,
-                                 .overflowReturnLocked = lock.overflowReturnLocked(),
-                                 .lockedMainWindowIDs = lock.lockedMainWindowIDs()};
-    current = TaskbarPass::run(input, measure);
+    current = TaskbarPass::run(passInput(), measure);
+}
+
+// Where the list is the same and single tasks are other now, only these are measured and their buttons set.
+bool Bar::rerunPass(const TaskChanges &changes)
+{
+    std::vector<std::size_t> places;
+    for (const std::string &id : changes.ids)
+        if (const auto place = model.placeOfTask(id))
+            places.push_back(*place);
+    const auto entries = TaskbarPass::rerun(current, passInput(), places, measure);
+    if (!entries)
+        return false;
+    allButtonsChanged = false;
+    changedButtons.assign(current.entries.size(), false);
+    for (const std::size_t changed : *entries)
+        changedButtons[changed] = true;
+    return true;
+}
+
+// After a pass over the whole list. A group is not asked which of its windows came or went.
+void Bar::noteChangedButtons(const TaskChanges &changes)
+{
+    allButtonsChanged = changes.everything;
+    changedButtons.assign(current.entries.size(), false);
+    if (allButtonsChanged)
+        return;
+    const auto settingsTask = model.settingsTaskItem();
+    for (std::size_t i = 0; i < current.entries.size(); ++i) {
+        const TaskbarEntry &one = current.entries[i];
+        changedButtons[i] = one.group || changes.ids.contains(one.id) || (settingsTask && settingsTask->id == one.id);
+    }
+}
+
+// Groups are made and dissolved by operations of many kinds; what they wrote is what counts.
+bool Bar::groupingChanged()
+{
+    const SettingsValues &settings = model.settings();
+    const bool changed = knownGroupMembers != settings.customGroupMembers
+                         || knownGroupNames != settings.customGroupNames || knownGroupIcons != settings.customGroupIcons
+                         || knownUngroupedWindows != settings.forcedUngroupedWindows;
+    if (changed) {
+        knownGroupNames = settings.customGroupNames;
+        knownGroupIcons = settings.customGroupIcons;
+        knownUngroupedWindows = settings.forcedUngroupedWindows;
+    }
+    return changed;
 }
 
 void Bar::forgetWhatIsGone()
@@ -97,12 +156,14 @@ void Bar::ejectWhatDoesNotFit()
         if (named == lock.lockedMainWindowIDs().size())
             break;
         runPass();
+        noteChangedButtons({.everything = true, .list = true, .ids = {}});
     }
     knownMainCounts = mainCounts();
 }
 
 void Bar::wantPass()
 {
+    pending.list = true;
     if (passIsWanted)
         return;
     passIsWanted = true;

@@ -16,6 +16,7 @@
 #include <set>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace korvane {
 
@@ -41,6 +42,9 @@ public:
     // Lays the present tasks out over that width, in points, and tells the model how many rows there are.
     void update(double width);
     const TaskbarLayout &layout() const { return current; }
+    // Whether the button of the entry at that place of the layout may show something else than before the last
+    // update().
+    bool buttonChanged(std::size_t entry) const { return allButtonsChanged || changedButtons[entry]; }
     // Null when no entry has that identifier.
     const TaskbarEntry *entry(const std::string &entryID) const;
 
@@ -82,7 +86,11 @@ public:
     TaskResize *grip() { return armedID ? resize.get() : nullptr; }
 
 private:
+    TaskbarPassInput passInput() const;
     void runPass();
+    bool rerunPass(const TaskChanges &changes);
+    void noteChangedButtons(const TaskChanges &changes);
+    bool groupingChanged();
     void forgetWhatIsGone();
     void letLockFollowGroups();
     void ejectWhatDoesNotFit();
@@ -97,6 +105,10 @@ private:
     BarActions actions;
     double width = 0;  // of the last pass
     TaskbarLayout current;
+    TaskChanges pending{.everything = true, .list = true, .ids = {}};  // since the last pass
+    Connection taskChanges;
+    bool allButtonsChanged = true;
+    std::vector<bool> changedButtons;  // beside the layout's entries
     int reportedRowCount = 0;
 
     OverflowHover hover;
@@ -108,7 +120,8 @@ private:
     std::unique_ptr<TaskResize> resize;
     // As they were in the pass before.
     std::optional<std::pair<std::size_t, std::size_t>> knownMainCounts;
-    StringMap knownGroupMembers;
+    StringMap knownGroupMembers, knownGroupNames, knownGroupIcons;
+    StringSet knownUngroupedWindows;
 
     bool passIsWanted = false;
     std::shared_ptr<bool> alive = std::make_shared<bool>(true);  // what was posted holds it weakly

@@ -12,40 +12,53 @@ namespace {
 constexpr double controlsRowWidth = 142;
 constexpr double controlsRowBufferWidth = 114;
 
-}  // namespace
-
-TaskbarLayout run(const TaskbarPassInput &input, const MeasureText &measure)
+void measureRoom(TaskbarLayout &layout, const TaskbarPassInput &input)
 {
-    const SettingsValues &settings = input.settings;
-    TaskbarLayout layout;
     layout.quicklyLaunchRightEdge =
-        quicklyLaunchRightEdge(input.quicklyLaunchItemCount, settings.quicklyLaunchIconSize);
+        quicklyLaunchRightEdge(input.quicklyLaunchItemCount, input.settings.quicklyLaunchIconSize);
     layout.mainTrailingControlsWidth =
-        mainTrailingControlsWidth(settings.mediaSliderDisplay, input.showsAttentionIndicator);
+        mainTrailingControlsWidth(input.settings.mediaSliderDisplay, input.showsAttentionIndicator);
+    layout.capacity = TaskLayoutEngine::mainCapacity(layout.plainWidths, input.width - layout.mainTrailingControlsWidth
+                                                                             - layout.quicklyLaunchRightEdge);
+}
 
-    std::vector<double> plainWidths;
-    plainWidths.reserve(input.runningApps.size());
-    for (const RunningAppItem &item : input.runningApps)
-        plainWidths.push_back(tabWidth(measure(item.name), false));
-    layout.capacity = TaskLayoutEngine::mainCapacity(plainWidths, input.width - layout.mainTrailingControlsWidth
-                                                                      - layout.quicklyLaunchRightEdge);
-    layout.groupAll = TaskGrouping::groupAll(settings.groupingMode, layout.capacity, input.runningApps.size());
+bool groupsAll(const TaskbarLayout &layout, const TaskbarPassInput &input)
+{
+    return TaskGrouping::groupAll(input.settings.groupingMode, layout.capacity, input.runningApps.size());
+}
 
-    layout.entries = TaskGrouping::taskbarEntries(input.runningApps, settings, layout.groupAll);
-    if (input.settingsTask)
-        layout.entries.push_back(TaskbarEntry::ofItem(*input.settingsTask));
-    layout.partitionMainCount = input.overflowReturnLocked
-                                    ? OverflowReturnLock::partition(layout.entries, input.lockedMainWindowIDs)
-                                    : layout.entries.size();
+void measureEntry(TaskbarLayout &layout, std::size_t index, const TaskbarPassInput &input, const MeasureText &measure)
+{
+    const TaskbarEntry &entry = layout.entries[index];
+    const auto byHand = input.taskWidthOverrides.find(entry.id);
+    const bool overridden = byHand != input.taskWidthOverrides.end();
+    const double wanted = overridden ? byHand->second : preferredTabWidth(entry, measure);
+    layout.wantedWidths[index] = wanted;
+    layout.minimumWidths[index] = minimumWidth(wanted, entry.group && entry.group->isCustom, overridden);
+}
 
-    for (const TaskbarEntry &entry : layout.entries) {
-        const auto byHand = input.taskWidthOverrides.find(entry.id);
-        const bool overridden = byHand != input.taskWidthOverrides.end();
-        const double wanted = overridden ? byHand->second : preferredTabWidth(entry, measure);
-        layout.wantedWidths.push_back(wanted);
-        layout.minimumWidths.push_back(minimumWidth(wanted, entry.group && entry.group->isCustom, overridden));
+// Gives the place of the entry that holds the task, by itself or in its group; absent when none does.
+std::optional<std::size_t> replaceTask(std::vector<TaskbarEntry> &entries, const RunningAppItem &task)
+{
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        if (entries[i].item && entries[i].item->id == task.id) {
+            entries[i].item = task;
+            return i;
+        }
+        if (!entries[i].group)
+            continue;
+        auto &windows = entries[i].group->windows;
+        const auto window = std::ranges::find(windows, task.id, &RunningAppItem::id);
+        if (window != windows.end()) {
+            *window = task;
+            return i;
+        }
     }
+    return std::nullopt;
+}
 
+void layOut(TaskbarLayout &layout, const TaskbarPassInput &input)
+{
     TaskLayout tasks;
     if (input.overflowReturnLocked) {
         const std::span<const double> wanted(layout.wantedWidths);
@@ -63,7 +76,7 @@ TaskbarLayout run(const TaskbarPassInput &input, const MeasureText &measure)
     layout.widths = std::move(tasks.widths);
     layout.mainCount = static_cast<std::size_t>(tasks.mainCount);
     layout.overflowRows = std::move(tasks.overflowRows);
-    if (layout.overflowRows.empty() && settings.mediaSliderDisplay == "Overflow") {
+    if (layout.overflowRows.empty() && input.settings.mediaSliderDisplay == "Overflow") {
         OverflowRow controls;
         controls.id = 1;
         controls.lower = tasks.mainCount;
@@ -74,7 +87,54 @@ TaskbarLayout run(const TaskbarPassInput &input, const MeasureText &measure)
     }
     layout.hasOverflow = !layout.overflowRows.empty();
     layout.rowCount = static_cast<int>(layout.overflowRows.size()) + 1;
+}
+
+}  // namespace
+
+TaskbarLayout run(const TaskbarPassInput &input, const MeasureText &measure)
+{
+    TaskbarLayout layout;
+    layout.plainWidths.reserve(input.runningApps.size());
+    for (const RunningAppItem &item : input.runningApps)
+        layout.plainWidths.push_back(tabWidth(measure(item.name), false));
+    measureRoom(layout, input);
+    layout.groupAll = groupsAll(layout, input);
+
+    layout.entries = TaskGrouping::taskbarEntries(input.runningApps, input.settings, layout.groupAll);
+    if (input.settingsTask)
+        layout.entries.push_back(TaskbarEntry::ofItem(*input.settingsTask));
+    layout.partitionMainCount = input.overflowReturnLocked
+                                    ? OverflowReturnLock::partition(layout.entries, input.lockedMainWindowIDs)
+                                    : layout.entries.size();
+
+    layout.wantedWidths.resize(layout.entries.size());
+    layout.minimumWidths.resize(layout.entries.size());
+    for (std::size_t i = 0; i < layout.entries.size(); ++i)
+        measureEntry(layout, i, input, measure);
+    layOut(layout, input);
     return layout;
+}
+
+std::optional<std::vector<std::size_t>> rerun(TaskbarLayout &layout, const TaskbarPassInput &input,
+                                              const std::vector<std::size_t> &changedTasks, const MeasureText &measure)
+{
+    if (layout.plainWidths.size() != input.runningApps.size())
+        return std::nullopt;
+    for (const std::size_t task : changedTasks)
+        layout.plainWidths[task] = tabWidth(measure(input.runningApps[task].name), false);
+    measureRoom(layout, input);
+    if (layout.groupAll != groupsAll(layout, input))
+        return std::nullopt;
+    std::vector<std::size_t> changedEntries;
+    for (const std::size_t task : changedTasks) {
+        const auto entry = replaceTask(layout.entries, input.runningApps[task]);
+        if (!entry)
+            return std::nullopt;
+        changedEntries.push_back(*entry);
+        measureEntry(layout, *entry, input, measure);
+    }
+    layOut(layout, input);
+    return changedEntries;
 }
 
 double tabWidth(double measuredTextWidth, bool grouped)

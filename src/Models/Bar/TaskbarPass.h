@@ -38,6 +38,7 @@ struct TaskbarLayout {
     double mainTrailingControlsWidth = 0;
     int capacity = 0;  // plain windows that the main row would hold
     bool groupAll = false;
+    std::vector<double> plainWidths;    // of each task as a tab of its own
     std::vector<TaskbarEntry> entries;  // for display: main entries, then overflow entries
     std::size_t partitionMainCount = 0;
     std::vector<double> wantedWidths, minimumWidths, widths;
@@ -52,6 +53,11 @@ namespace TaskbarPass {
 inline constexpr double maximumTabWidth = 220;
 
 TaskbarLayout run(const TaskbarPassInput &input, const MeasureText &measure);
+// The same, where `layout` came from an input that differs in the records of the tasks at those places alone: only
+// these are measured anew. Gives the places of their entries. Absent, with a layout that is of no use any more, when
+// the entries themselves are others now.
+std::optional<std::vector<std::size_t>> rerun(TaskbarLayout &layout, const TaskbarPassInput &input,
+                                              const std::vector<std::size_t> &changedTasks, const MeasureText &measure);
 
 double tabWidth(double measuredTextWidth, bool grouped);
 double preferredTabWidth(const TaskbarEntry &entry, const MeasureText &measure);

@@ -5,6 +5,13 @@
 
 namespace korvane {
 
+bool isSameRecord(const RunningAppItem &left, const RunningAppItem &right)
+{
+    return left == right && left.processIdentifier == right.processIdentifier && left.windowIndex == right.windowIndex
+           && left.icon == right.icon && left.appName == right.appName
+           && left.bundleIdentifier == right.bundleIdentifier;
+}
+
 Pid RunningAppGroup::processIdentifier() const
 {
     return windows.empty() ? 0 : windows.front().processIdentifier;

@@ -36,6 +36,9 @@ struct RunningAppItem {
     }
 };
 
+// Whether two records are equal in every field.
+bool isSameRecord(const RunningAppItem &left, const RunningAppItem &right);
+
 // One application in the attention list.
 struct AttentionAppItem {
     std::string id;

@@ -108,7 +108,8 @@ void TaskbarView::arrangeButtons()
         Buttons::value_type *shown = i < buttonsInOrder.size() ? buttonsInOrder[i] : nullptr;
         if (!shown || shown->first != entry.id)
             shown = &*buttons.try_emplace(entry.id).first;
-        if (!shown->second.button)
+        const bool isNew = !shown->second.button;
+        if (isNew)
             shown->second.button = makeTaskButton(host, entry, stripAtTop, row);
         if (std::exchange(shown->second.pass, passNumber) != passNumber)
             ++kept;
@@ -118,7 +119,9 @@ void TaskbarView::arrangeButtons()
             task->setParent(row);
         if (task->geometry() != place.rectangle)
             task->setGeometry(place.rectangle);
-        task->setEntry(entry, stripAtTop);
+        const bool sameEdge = std::exchange(shown->second.stripAtTop, stripAtTop) == stripAtTop;
+        if (!isNew && (ownBar.buttonChanged(i) || !sameEdge))
+            task->setEntry(entry, stripAtTop);
         if (task->isHidden())
             task->show();
     }

@@ -66,6 +66,7 @@ private:
     struct ShownButton {
         TaskButton *button = nullptr;
         std::uint64_t pass = 0;  // the last one that had its entry
+        bool stripAtTop = false;
     };
     using Buttons = std::unordered_map<std::string, ShownButton>;
 

@@ -4,6 +4,9 @@
 #include "tests/Models/AppModel/ModelFixture.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
+#include <set>
 
 namespace korvane {
 namespace {
@@ -79,10 +82,13 @@ protected:
 TEST_F(BarOnADesktop, APassLaysOutOnceUnlessTheLockChanges)
 {
     show(20);
-    const int each = std::exchange(measured, 0);
+    measured = 0;
+    model->set(&V::showCloseGlyph, false);
     bar->update(width);
-    EXPECT_EQ(measured, each);
-    EXPECT_EQ(each, 2 * 20);  // as a plain window and as an entry
+    EXPECT_EQ(measured, 2 * 20);  // as a plain window and as an entry
+    measured = 0;
+    bar->update(width);
+    EXPECT_EQ(measured, 0);
 }
 
 TEST_F(BarOnADesktop, TheModelHearsOfTheRowsOfEachBarOnlyWhenTheyChangeThere)
@@ -118,6 +124,109 @@ TEST_F(BarOnADesktop, APassThatWasWantedDoesNotComeToABarThatIsGone)
     bar.reset();
     advance(1);
     EXPECT_EQ(passes, 0);
+}
+
+TEST_F(BarOnADesktop, ANewTitleIsMeasuredAloneAndConcernsOneButton)
+{
+    show(20);
+    measured = 0;
+    desktop.applications.setTitle(1, hashOf(1, 3), "Another title, and a longer one");
+    model->refresh();
+    bar->update(width);
+    EXPECT_EQ(measured, 2);  // as a plain window and as an entry
+    for (std::size_t i = 0; i < 20; ++i)
+        EXPECT_EQ(bar->buttonChanged(i), id(i) == idOf(1, 3)) << i;
+}
+
+TEST_F(BarOnADesktop, AnotherActiveWindowConcernsTheTwoButtonsAndThatOfThePreviousOne)
+{
+    show(20);
+    desktop.applications.setActive(1);
+    for (const int index : {2, 5}) {
+        desktop.applications.focusWindow(1, hashOf(1, index));
+        model->refresh();
+        bar->update(width);
+    }
+    desktop.applications.focusWindow(1, hashOf(1, 7));
+    model->refresh();
+    bar->update(width);
+    std::set<std::string> changed;
+    for (std::size_t i = 0; i < 20; ++i)
+        if (bar->buttonChanged(i))
+            changed.insert(id(i));
+    EXPECT_EQ(changed, (std::set<std::string>{idOf(1, 2), idOf(1, 5), idOf(1, 7)}));
+}
+
+TEST_F(BarOnADesktop, ANewWindowLeavesTheButtonsOfTheOthersAlone)
+{
+    show(20);
+    desktop.applications.openWindow(1, window(9999, "New"));
+    model->refresh();
+    bar->update(width);
+    ASSERT_EQ(bar->layout().entries.size(), 21U);
+    for (std::size_t i = 0; i < 21; ++i)
+        EXPECT_EQ(bar->buttonChanged(i), i == 20) << i;
+}
+
+TEST_F(BarOnADesktop, WhateverChangesTheLayoutIsThatOfAWholePass)
+{
+    addApplication(1, "Mail", 8);
+    addApplication(2, "Notes", 5);
+    makeModel();
+    model->set(&V::groupingMode, "asNeeded");
+    start();
+    makeBar();
+    std::uint32_t state = 7;
+    const auto below = [&state](int limit) {
+        state = state * 1664525U + 1013904223U;
+        return static_cast<int>((state >> 16U) % static_cast<std::uint32_t>(limit));
+    };
+    int opened = 0, partial = 0;
+    for (int step = 0; step < 400; ++step) {
+        const Pid pid = 1 + below(2);
+        const auto hash = hashOf(pid, below(pid == 1 ? 8 : 5));
+        switch (below(8)) {
+        case 0:
+            desktop.applications.openWindow(pid, window(static_cast<std::uint64_t>(10000 + ++opened), "Opened"));
+            break;
+        case 1:
+            if (opened > 0)
+                desktop.applications.closeWindow(pid, static_cast<std::uint64_t>(10000 + opened--));
+            break;
+        case 2:
+            model->set(&V::groupingMode, std::array{"never", "asNeeded", "always"}[static_cast<std::size_t>(below(3))]);
+            break;
+        case 3:
+            desktop.applications.setActive(pid);
+            desktop.applications.focusWindow(pid, hash);
+            break;
+        default:
+            desktop.applications.setTitle(pid, hash, std::string(static_cast<std::size_t>(1 + below(40)), 'x'));
+        }
+        model->refresh();
+        bar->update(width);
+        for (std::size_t i = 0; i < bar->layout().entries.size(); ++i)
+            if (!bar->buttonChanged(i)) {
+                ++partial;
+                break;
+            }
+        Bar whole(*model, desktop.loop, [](std::string_view text) { return static_cast<double>(text.size()) * 7; },
+                  {[] {}, [] {}, [] {}});
+        whole.update(width);
+        const TaskbarLayout &got = bar->layout(), &expected = whole.layout();
+        ASSERT_EQ(got.widths, expected.widths) << step;
+        ASSERT_EQ(got.mainCount, expected.mainCount) << step;
+        ASSERT_EQ(got.overflowRows.size(), expected.overflowRows.size()) << step;
+        ASSERT_EQ(got.entries.size(), expected.entries.size()) << step;
+        for (std::size_t i = 0; i < got.entries.size(); ++i) {
+            ASSERT_EQ(got.entries[i].id, expected.entries[i].id) << step;
+            ASSERT_EQ(got.entries[i].title(), expected.entries[i].title()) << step;
+            ASSERT_EQ(got.entries[i].group.has_value(), expected.entries[i].group.has_value()) << step;
+            if (got.entries[i].group)
+                ASSERT_EQ(got.entries[i].group->windows, expected.entries[i].group->windows) << step;
+        }
+    }
+    EXPECT_GT(partial, 100);
 }
 
 // ---------------------------------------------------------------------------------------------------- the lock
