@@ -1,6 +1,6 @@
 #include "Toolkit/IconFile.h"
 
-#include "Toolkit/QtImages.h"
+#include "Toolkit/Images.h"
 #include "Toolkit/SvgCost.h"
 
 #include <QBuffer>

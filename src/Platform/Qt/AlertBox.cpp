@@ -2,7 +2,7 @@
 
 #include "Platform/Qt/QtIcons.h"
 #include "Ports/Panels.h"
-#include "Toolkit/QtImages.h"
+#include "Toolkit/Images.h"
 
 #include <QApplication>
 #include <QHBoxLayout>

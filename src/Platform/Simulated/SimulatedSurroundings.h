@@ -12,7 +12,9 @@
 #include "Ports/HotKeys.h"
 #include "Ports/Icons.h"
 #include "Ports/Launching.h"
+#include "Ports/LoginItem.h"
 #include "Ports/Panels.h"
+#include "Ports/Pointer.h"
 #include "Ports/Screens.h"
 #include "Ports/WindowList.h"
 

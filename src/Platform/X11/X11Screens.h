@@ -4,6 +4,7 @@
 #include "Platform/X11/Callbacks.h"
 #include "Platform/X11/MonitorList.h"
 #include "Platform/X11/PropertyMirror.h"
+#include "Ports/Pointer.h"
 #include "Ports/Screens.h"
 
 namespace korvane::platform {

@@ -1,6 +1,6 @@
 #include "Views/Kit/Painting.h"
 
-#include "Toolkit/QtImages.h"
+#include "Toolkit/Images.h"
 #include "Toolkit/Symbols.h"
 #include "Views/Kit/Metrics.h"
 #include "Views/Kit/TitleText.h"
