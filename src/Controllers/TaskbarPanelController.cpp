@@ -52,8 +52,8 @@ TaskbarPanelController::TaskbarPanelController(AppModel &appModel, platform::Pla
     screenObserver = platform.screens.observeChanges([this] { rebuildPanels(); });
     translucencyObserver = platform.panels.observeTranslucency([this] { schedulePass(); });
     configureVisibilityTimer();
-    modelConnection = model.changed.connect([this] { schedulePass(); });
-    settingConnection = model.published.connect([this](std::string_view property) { settingPublished(property); });
+    modelObservation = model.changed.add([this] { schedulePass(); });
+    propertyObservation = model.published.add([this](std::string_view property) { settingPublished(property); });
 }
 
 TaskbarPanelController::~TaskbarPanelController() = default;

@@ -91,7 +91,7 @@ private:
     std::optional<platform::Point> lastPointer;  // at the look before
     platform::Seconds lastLook{0};
     std::optional<Inputs> lastInputs;
-    Connection modelConnection, settingConnection;
+    platform::Subscription modelObservation, propertyObservation;
     std::shared_ptr<bool> alive = std::make_shared<bool>(true);  // what was posted holds it weakly
     bool passScheduled = false, resizePaused = false, shown = false;
     std::int64_t knownMonitorRate, knownFadeRate;

@@ -6,7 +6,6 @@
 #include "Models/Base/DelayedTasks.h"
 #include "Models/Base/Identifiers.h"
 #include "Models/Base/Records.h"
-#include "Models/Base/Signal.h"
 #include "Models/Settings/Settings.h"
 #include "Models/Tasks/DockBadges.h"
 #include "Models/Tasks/TabColors.h"
@@ -14,6 +13,7 @@
 #include "Models/Tasks/TaskOrder.h"
 #include "Models/Tasks/WindowDiscovery.h"
 #include "Models/Tasks/WindowMemory.h"
+#include "Ports/ObserverList.h"
 #include "Ports/Platform.h"
 
 #include <functional>
@@ -40,10 +40,10 @@ public:
 
     // ------------------------------------------------------------------------------------------------ observing
     // Something that a view may show has changed. Views gather these and look once at the next turn of the run loop.
-    Signal<> changed;
+    platform::ObserverList<> changed;
     // The name of a property when it is assigned by itself, in the order of assignment; "modelChanged" for a change of
     // several, or of what is derived from them.
-    Signal<std::string_view> published;
+    platform::ObserverList<std::string_view> published;
 
     const std::vector<RunningAppItem> &runningApps() const { return tasks; }  // in task order
     const std::vector<AttentionAppItem> &attentionApps() const { return attention; }
@@ -285,7 +285,7 @@ private:
     platform::Platform &platform;
     UuidSource makeUuid;
     Settings store;
-    Connection settingsConnection;
+    platform::Subscription settingsObservation;
     WindowDiscovery discovery;
     NameFilter nameFilter;
 

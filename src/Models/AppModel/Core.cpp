@@ -9,15 +9,15 @@ AppModel::AppModel(platform::Platform &system, UuidSource uuids)
     : platform(system), makeUuid(std::move(uuids)), store(system.defaults), discovery(system), nameFilter(system.text),
       trusted(system.accessibility.trusted()), delayed(system.loop)
 {
-    settingsConnection = store.changed.connect([this](const Setting &setting) { settingChanged(setting); });
+    settingsObservation = store.changed.add([this](const Setting &setting) { settingChanged(setting); });
 }
 
 AppModel::~AppModel() = default;
 
 void AppModel::publish(std::string_view property)
 {
-    published.emit(property);
-    changed.emit();
+    published.notify(property);
+    changed.notify();
 }
 
 void AppModel::setTasks(std::vector<RunningAppItem> items)

@@ -1,8 +1,8 @@
 // The settings in memory and their way to and from the defaults database.
 #pragma once
 
-#include "Models/Base/Signal.h"
 #include "Models/Settings/SettingsTable.h"
+#include "Ports/ObserverList.h"
 
 #include <string_view>
 
@@ -29,7 +29,7 @@ public:
         if (setting.savesOnChange)
             save(setting.group);
         if (isNew)
-            changed.emit(setting);
+            changed.notify(setting);
     }
 
     // Writes every key of the group, in the order of the table.
@@ -41,7 +41,7 @@ public:
     void forgetDefaultColors();
 
     // A new value was stored by assign(), and its group saved.
-    Signal<const Setting &> changed;
+    platform::ObserverList<const Setting &> changed;
 
 private:
     void load();

@@ -127,7 +127,7 @@ void X11Screens::readAgain()
     if (now == monitors)
         return;
     monitors = std::move(now);
-    observers.call();
+    observers.notify();
 }
 
 Point X11Pointer::location()

@@ -117,7 +117,7 @@ TEST_F(SettingsStore, AnEqualValueIsSavedAndNobodyIsTold)
     load();
     desktop.defaults.takeWrites();
     int changes = 0;
-    const auto connection = model->changed.connect([&] { ++changes; });
+    const auto observation = model->changed.add([&] { ++changes; });
     model->set(&V::menuOpacity, 1.0);
     EXPECT_FALSE(desktop.defaults.takeWrites().empty());
     EXPECT_EQ(changes, 0);

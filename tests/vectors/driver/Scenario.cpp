@@ -95,7 +95,7 @@ void Scenario::restart()
         std::snprintf(text, sizeof text, "00000000-0000-4000-8000-%012d", ++uuids);
         return std::string(text);
     });
-    connection = appModel->published.connect([this](std::string_view property) {
+    observation = appModel->published.add([this](std::string_view property) {
         const bool inRefresh =
             std::find(refreshProperties.begin(), refreshProperties.end(), property) != refreshProperties.end()
             && appModel->inspect().refreshing;
