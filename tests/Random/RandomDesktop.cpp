@@ -200,13 +200,13 @@ void RandomDesktop::playByUser(const Operation &operation)
         model->setTaskPosition(drag, operation.second % 2 == 0);
         return;
     case Act::changeGroupingMode: {
-        static const std::vector<std::string> modes{"asNeeded", "always", "never", "specific"};
-        model->set(&V::groupingMode, modes[operation.first % 4]);
+        const auto &modes = choiceTexts<GroupingMode>;
+        model->set(&V::groupingMode, modes[operation.first % modes.size()].choice);
         model->regroupTaskbarForCurrentSettings();
         return;
     }
     case Act::newWindowsFirst:
-        model->set(&V::newWindowsGo, operation.first % 2 == 0 ? "first" : "last");
+        model->set(&V::newWindowsGo, operation.first % 2 == 0 ? NewWindowsPlace::first : NewWindowsPlace::last);
         return;
     case Act::hideBar:
         model->setTaskbarHidden(operation.first % 2 == 0);

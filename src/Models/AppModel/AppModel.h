@@ -103,7 +103,7 @@ public:
     void addAttentionIndicatorApp(const std::string &name);
     void removeAttentionIndicatorApp(const std::string &name);
     void allowAllAttentionIndicatorApps();
-    void setAttentionIndicatorFilter(const std::string &policy, std::vector<std::string> apps);
+    void setAttentionIndicatorFilter(const Choice<FilterPolicy> &policy, std::vector<std::string> apps);
 
     // ------------------------------------------------------------------------------------------------ recency
     bool isPreviousWindow(const RunningAppItem &item) const { return memory.isPreviousWindow(item); }

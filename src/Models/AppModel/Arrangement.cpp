@@ -85,7 +85,7 @@ void AppModel::createCustomGroup(const std::vector<RunningAppItem> &items)
 
 void AppModel::returnToParentGroup(const RunningAppItem &item)
 {
-    if (settings().groupingMode != "never" && store.edit().forcedUngroupedWindows.erase(item.id) > 0)
+    if (settings().groupingMode != GroupingMode::never && store.edit().forcedUngroupedWindows.erase(item.id) > 0)
         saveCustomGroups();
 }
 

@@ -105,7 +105,8 @@ bool AppModel::nothingCanChangeUnannounced() const
         return false;
     if (isPaused() || taskbarIsHidden)
         return true;
-    const bool wantsBadges = settings().notificationBadgeStyle != "none" || settings().showAttentionApps;
+    const bool wantsBadges =
+        settings().notificationBadgeStyle != NotificationBadgeStyle::none || settings().showAttentionApps;
     return lastReadingUnchanged && (!wantsBadges || (lastBadgeScan && *lastBadgeScan > lastAskedRefresh));
 }
 

@@ -30,22 +30,22 @@ void AppModel::removeAttentionIndicatorApp(const std::string &name)
     auto &apps = store.edit().attentionIndicatorApps;
     std::erase(apps, name);
     if (apps.empty())
-        set(&V::attentionIndicatorPolicy, "blacklist");
+        set(&V::attentionIndicatorPolicy, FilterPolicy::blacklist);
     saveAppearanceSettings();
     publish("attentionIndicatorApps");
 }
 
 void AppModel::allowAllAttentionIndicatorApps()
 {
-    setAttentionIndicatorFilter("blacklist", {});
+    setAttentionIndicatorFilter(FilterPolicy::blacklist, {});
 }
 
-void AppModel::setAttentionIndicatorFilter(const std::string &policy, std::vector<std::string> apps)
+void AppModel::setAttentionIndicatorFilter(const Choice<FilterPolicy> &policy, std::vector<std::string> apps)
 {
     std::sort(apps.begin(), apps.end());
     const bool empty = apps.empty();
     store.edit().attentionIndicatorApps = std::move(apps);
-    set(&V::attentionIndicatorPolicy, empty ? std::string("blacklist") : policy);
+    set(&V::attentionIndicatorPolicy, empty ? FilterPolicy::blacklist : policy);
     saveAppearanceSettings();
     publish("attentionIndicatorApps");
 }

@@ -97,7 +97,8 @@ ApplicationList AppModel::readApplications()
 
 bool AppModel::scanBadges(bool forceBadgeScan)
 {
-    const bool wantsBadges = (settings().notificationBadgeStyle != "none" || settings().showAttentionApps) && trusted;
+    const bool wantsBadges =
+        (settings().notificationBadgeStyle != NotificationBadgeStyle::none || settings().showAttentionApps) && trusted;
     if (!wantsBadges) {
         cachedBadgedApps.clear();
         if (!attention.empty()) {
@@ -224,7 +225,7 @@ void AppModel::placeNewWindows(const ItemList &windows)
     RecentWindows::recordNew(store.edit().recentWindowIDs, newIDs);
     publish("recentWindowIDs");
     store.save(&V::recentWindowIDs);
-    if (settings().newWindowsGo == "first") {
+    if (settings().newWindowsGo == NewWindowsPlace::first) {
         for (const RunningAppItem &task : tasks)
             newIDs.push_back(task.id);
         saveTaskOrder(std::move(newIDs));

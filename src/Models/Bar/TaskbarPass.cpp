@@ -75,7 +75,7 @@ TaskbarLayout run(const TaskbarPassInput &input, const MeasureText &measure)
     layout.widths = std::move(tasks.widths);
     layout.mainCount = static_cast<std::size_t>(tasks.mainCount);
     layout.overflowRows = std::move(tasks.overflowRows);
-    if (layout.overflowRows.empty() && settings.mediaSliderDisplay == "Overflow") {
+    if (layout.overflowRows.empty() && settings.mediaSliderDisplay == MediaSliderDisplay::overflow) {
         OverflowRow controls;
         controls.id = 1;
         controls.lower = tasks.mainCount;
@@ -116,9 +116,9 @@ double quicklyLaunchRightEdge(std::size_t itemCount, double iconSize)
     return static_cast<double>(itemCount) * (iconSize + 5) + 8 + 50;
 }
 
-double mainTrailingControlsWidth(std::string_view mediaSliderDisplay, bool showsAttentionIndicator)
+double mainTrailingControlsWidth(const Choice<MediaSliderDisplay> &mediaSliderDisplay, bool showsAttentionIndicator)
 {
-    if (mediaSliderDisplay != "Taskbar")
+    if (mediaSliderDisplay != MediaSliderDisplay::taskbar)
         return 124;
     return showsAttentionIndicator ? 254 : 231;
 }

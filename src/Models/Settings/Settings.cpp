@@ -4,9 +4,8 @@
 #include "Models/Settings/SettingsJson.h"
 
 #include <algorithm>
-#include <array>
 #include <optional>
-#include <type_traits>
+#include <utility>
 
 namespace korvane {
 namespace {
@@ -31,6 +30,13 @@ std::optional<std::int64_t> read(platform::Defaults &defaults, std::string_view 
 std::optional<std::string> read(platform::Defaults &defaults, std::string_view key, const std::string &)
 {
     return defaults.string(key);
+}
+
+template <typename Enum>
+std::optional<Choice<Enum>> read(platform::Defaults &defaults, std::string_view key, const Choice<Enum> &)
+{
+    auto text = defaults.string(key);
+    return text ? std::optional(Choice<Enum>(std::move(*text))) : std::nullopt;
 }
 
 std::optional<StringList> read(platform::Defaults &defaults, std::string_view key, const StringList &)
@@ -79,6 +85,11 @@ void store(platform::Defaults &defaults, std::string_view key, std::int64_t valu
 void store(platform::Defaults &defaults, std::string_view key, const std::string &value)
 {
     defaults.setString(key, value);
+}
+
+template <typename Enum> void store(platform::Defaults &defaults, std::string_view key, const Choice<Enum> &value)
+{
+    defaults.setString(key, std::string(value.text()));
 }
 
 void store(platform::Defaults &defaults, std::string_view key, const StringList &value)
@@ -135,15 +146,14 @@ void Settings::loadMigrated()
 
     if (!defaults.string("groupingMode"))
         if (const auto grouped = defaults.boolean("groupTabsEnabled"))
-            current.groupingMode = *grouped ? "always" : "never";
+            current.groupingMode = *grouped ? GroupingMode::always : GroupingMode::never;
     if (!defaults.string("notificationBadgeStyle"))
         if (const auto shown = defaults.boolean("notificationIndicatorsEnabled"); shown && !*shown)
-            current.notificationBadgeStyle = "none";
+            current.notificationBadgeStyle = NotificationBadgeStyle::none;
     // An empty list of what alone may raise the indicator would mean that nothing may.
     if (current.attentionIndicatorApps.empty())
-        current.attentionIndicatorPolicy = "blacklist";
-    static constexpr std::array<std::string_view, 5> startIcons{"App Icon", "Ⓚ", "𝙠", "Custom", "Custom Image"};
-    if (std::find(startIcons.begin(), startIcons.end(), current.startIconChoice) == startIcons.end())
+        current.attentionIndicatorPolicy = FilterPolicy::blacklist;
+    if (!current.startIconChoice.value())
         current.startIconChoice = SettingsValues().startIconChoice;
     if (defaults.strings("taskbarBlacklist") != current.blacklist)
         save(&SettingsValues::blacklist);

@@ -2,15 +2,19 @@
 
 #include <algorithm>
 #include <array>
+#include <type_traits>
 
 namespace korvane {
 namespace {
 
 using V = SettingsValues;
 
+template <typename T> inline constexpr bool isList = !std::is_arithmetic_v<T> && !std::is_same_v<T, std::string>;
+template <typename Enum> inline constexpr bool isList<Choice<Enum>> = false;
+
 constexpr bool isPlain(const SettingMember &member)
 {
-    return member.index() < 4;
+    return std::visit([]<typename T>(T V::*) { return !isList<T>; }, member);
 }
 
 constexpr Setting quicklyLaunch(std::string_view key, std::string_view property, SettingMember member)

@@ -21,7 +21,8 @@ constexpr platform::Seconds restTime{1.2};
 
 class AttentionRow final : public ListButton {
 public:
-    AttentionRow(ViewServices &viewServices, const AttentionAppItem &shown, std::string style, QWidget *parent)
+    AttentionRow(ViewServices &viewServices, const AttentionAppItem &shown, Choice<NotificationBadgeStyle> style,
+                 QWidget *parent)
         : ListButton(parent), services(viewServices), item(shown), name(displayText(shown.name)),
           markStyle(std::move(style))
     {
@@ -67,7 +68,7 @@ private:
     ViewServices &services;
     AttentionAppItem item;
     QString name;
-    std::string markStyle;
+    Choice<NotificationBadgeStyle> markStyle;
 };
 
 QLabel *label(const QString &text, bool heading, QWidget *parent)

@@ -48,8 +48,8 @@ Json entryProperties(const Json &arguments)
 Json shouldGroup(const Json &arguments)
 {
     SettingsValues settings;
-    settings.groupingMode = arguments.at("groupingMode");
-    settings.specificGroupingPolicy = arguments.at("specificGroupingPolicy");
+    settings.groupingMode = settingFrom<Choice<GroupingMode>>(arguments.at("groupingMode"));
+    settings.specificGroupingPolicy = settingFrom<Choice<FilterPolicy>>(arguments.at("specificGroupingPolicy"));
     settings.specificGroupingApps = arguments.at("specificGroupingApps").get<StringList>();
     return TaskGrouping::shouldGroup(arguments.at("appName").get<std::string>(), settings);
 }
