@@ -53,7 +53,7 @@ TaskbarPanelController::TaskbarPanelController(AppModel &appModel, platform::Pla
     translucencyObserver = platform.panels.observeTranslucency([this] { schedulePass(); });
     configureVisibilityTimer();
     modelObservation = model.changed.add([this] { schedulePass(); });
-    propertyObservation = model.published.add([this](std::string_view property) { settingPublished(property); });
+    propertyObservation = model.published.add([this](Property property) { propertyPublished(property); });
 }
 
 TaskbarPanelController::~TaskbarPanelController() = default;
@@ -119,11 +119,12 @@ void TaskbarPanelController::runPass()
         resumeVisibilityTimer();
 }
 
-// The three settings that the timers depend on. Each takes effect at the next turn, and only if it has another value.
-void TaskbarPanelController::settingPublished(std::string_view property)
+// What the timers depend on. Each takes effect at the next turn, and only if it has another value.
+void TaskbarPanelController::propertyPublished(Property property)
 {
-    if (property != "appMonitorRefreshRate" && property != "appRefreshRate" && property != "systemIsInactive"
-        && property != "expertPauseWhenDisplaySleeps")
+    using V = SettingsValues;
+    if (property != &V::appMonitorRefreshRate && property != &V::appRefreshRate
+        && property != ModelProperty::systemIsInactive && property != &V::expertPauseWhenDisplaySleeps)
         return;
     platform.loop.post([this, stillHere = std::weak_ptr<bool>(alive)] {
         if (stillHere.expired())

@@ -59,7 +59,7 @@ private:
     std::unique_ptr<TaskbarPanel> makePanel(const platform::Screen &screen);
     void schedulePass();
     void runPass();
-    void settingPublished(std::string_view property);
+    void propertyPublished(Property property);
     void adjustHeights();
     void animateHeight(double height, TaskbarPanel &panel);
     void animationFrame();

@@ -369,9 +369,9 @@ std::optional<std::string> RandomDesktop::nothingIsPublishedTwice()
     std::string published;
     // The colours are left out: a window of the blacklist whose application has a default colour takes it with every
     // tick and loses it with every full refresh, and is not drawn.
-    const auto observation = model->published.add([&](std::string_view name) {
-        if (name != "liveTabColors")
-            published += std::string(name) + " ";
+    const auto observation = model->published.add([&](Property property) {
+        if (property != ModelProperty::liveTabColors)
+            published += std::string(property.name()) + " ";
     });
     model->refresh();
     model->refresh(false, true);

@@ -3,6 +3,7 @@
 // under AppModel/; what can be computed without the model stands in headers of its own beside this one.
 #pragma once
 
+#include "Models/AppModel/Property.h"
 #include "Models/Base/DelayedTasks.h"
 #include "Models/Base/Identifiers.h"
 #include "Models/Base/Records.h"
@@ -41,9 +42,8 @@ public:
     // ------------------------------------------------------------------------------------------------ observing
     // Something that a view may show has changed. Views gather these and look once at the next turn of the run loop.
     platform::ObserverList<> changed;
-    // The name of a property when it is assigned by itself, in the order of assignment; "modelChanged" for a change of
-    // several, or of what is derived from them.
-    platform::ObserverList<std::string_view> published;
+    // A property when it is assigned by itself, in the order of assignment.
+    platform::ObserverList<Property> published;
 
     const std::vector<RunningAppItem> &runningApps() const { return tasks; }  // in task order
     const std::vector<AttentionAppItem> &attentionApps() const { return attention; }
@@ -239,8 +239,8 @@ private:
     };
 
     // Observing
-    void publish(std::string_view property);
-    void announceChange() { publish("modelChanged"); }
+    void publish(Property property);
+    void announceChange() { publish(ModelProperty::modelChanged); }
     void setTasks(std::vector<RunningAppItem> items);
     void clearTasks();
     void setTrusted(bool value);

@@ -54,7 +54,7 @@ void AppModel::setGroupedListOpen(bool open, const std::string &groupID)
 {
     const bool didChange = open ? openLists.insert(groupID).second : openLists.erase(groupID) > 0;
     if (didChange)
-        publish("openGroupedLists");
+        publish(ModelProperty::openGroupedLists);
 }
 
 // ---------------------------------------------------------------------------------------------------- custom groups

@@ -14,7 +14,7 @@ AppModel::AppModel(platform::Platform &system, UuidSource uuids)
 
 AppModel::~AppModel() = default;
 
-void AppModel::publish(std::string_view property)
+void AppModel::publish(Property property)
 {
     published.notify(property);
     changed.notify();
@@ -25,7 +25,7 @@ void AppModel::setTasks(std::vector<RunningAppItem> items)
     tasks = std::move(items);
     taskPlaces = OrderIndex(tasks);
     listChangedOutside = true;
-    publish("runningApps");
+    publish(ModelProperty::runningApps);
 }
 
 void AppModel::clearTasks()
@@ -45,7 +45,7 @@ void AppModel::setTrusted(bool value)
     if (trusted == value)
         return;
     trusted = value;
-    publish("accessibilityTrusted");
+    publish(ModelProperty::accessibilityTrusted);
 }
 
 std::optional<RunningAppItem> AppModel::settingsTaskItem() const
@@ -69,7 +69,7 @@ void AppModel::setSettingsWindowVisible(bool visible)
     if (settingsVisible == visible)
         return;
     settingsVisible = visible;
-    publish("settingsWindowVisible");
+    publish(ModelProperty::settingsWindowVisible);
 }
 
 void AppModel::closeSettingsWindow()
@@ -83,7 +83,7 @@ void AppModel::setTaskOverflowRowCount(int count)
     if (overflowRowCount == count)
         return;
     overflowRowCount = count;
-    publish("taskOverflowRowCount");
+    publish(ModelProperty::taskOverflowRowCount);
 }
 
 void AppModel::setTaskOverflowRowsVisible(bool visible)
@@ -91,7 +91,7 @@ void AppModel::setTaskOverflowRowsVisible(bool visible)
     if (overflowRowsVisible == visible)
         return;
     overflowRowsVisible = visible;
-    publish("taskOverflowRowsVisible");
+    publish(ModelProperty::taskOverflowRowsVisible);
 }
 
 void AppModel::setTaskRowsExpanded(bool expanded)
@@ -99,7 +99,7 @@ void AppModel::setTaskRowsExpanded(bool expanded)
     if (rowsExpanded == expanded)
         return;
     rowsExpanded = expanded;
-    publish("taskRowsExpanded");
+    publish(ModelProperty::taskRowsExpanded);
 }
 
 AppModel::Inspection AppModel::inspect() const

@@ -127,7 +127,7 @@ void AppModel::setInactiveReason(const std::string &reason, bool active)
     else
         inactive.erase(reason);
     if (wasInactive != systemIsInactive())
-        publish("systemIsInactive");
+        publish(ModelProperty::systemIsInactive);
     if (!wasInactive || systemIsInactive())
         return;
     setTrusted(platform.accessibility.trusted());

@@ -22,7 +22,7 @@ void AppModel::addAttentionIndicatorApp(const std::string &name)
     apps.push_back(name);
     std::sort(apps.begin(), apps.end());
     saveAppearanceSettings();
-    publish("attentionIndicatorApps");
+    publish(&V::attentionIndicatorApps);
 }
 
 void AppModel::removeAttentionIndicatorApp(const std::string &name)
@@ -32,7 +32,7 @@ void AppModel::removeAttentionIndicatorApp(const std::string &name)
     if (apps.empty())
         set(&V::attentionIndicatorPolicy, FilterPolicy::blacklist);
     saveAppearanceSettings();
-    publish("attentionIndicatorApps");
+    publish(&V::attentionIndicatorApps);
 }
 
 void AppModel::allowAllAttentionIndicatorApps()
@@ -47,7 +47,7 @@ void AppModel::setAttentionIndicatorFilter(const Choice<FilterPolicy> &policy, s
     store.edit().attentionIndicatorApps = std::move(apps);
     set(&V::attentionIndicatorPolicy, empty ? FilterPolicy::blacklist : policy);
     saveAppearanceSettings();
-    publish("attentionIndicatorApps");
+    publish(&V::attentionIndicatorApps);
 }
 
 // ---------------------------------------------------------------------------------------------------- recency
@@ -55,7 +55,7 @@ void AppModel::setAttentionIndicatorFilter(const Choice<FilterPolicy> &policy, s
 void AppModel::recordRecent(const RunningAppItem &item)
 {
     RecentWindows::record(store.edit().recentWindowIDs, item.id);
-    publish("recentWindowIDs");
+    publish(&V::recentWindowIDs);
     store.save(&V::recentWindowIDs);
 }
 
@@ -71,8 +71,8 @@ std::vector<RunningAppItem> AppModel::recentWindows() const
 void AppModel::clearRecents()
 {
     store.edit().recentWindowIDs.clear();
-    publish("recentWindowIDs");
-    platform.defaults.remove("recentWindowIDs");
+    publish(&V::recentWindowIDs);
+    store.forget(&V::recentWindowIDs);
 }
 
 // ---------------------------------------------------------------------------------------------------- colours

@@ -44,9 +44,9 @@ void AppModel::refresh(bool forceBadgeScan, bool skipUnchangedDownstream)
     if (!unchanged) {
         const auto changes = memory.updatePreviousWindows(reading.windows);
         if (changes.activeStrip)
-            publish("activeBlueStripWindowID");
+            publish(ModelProperty::activeBlueStripWindowID);
         if (changes.previousWindows)
-            publish("previousWindowIDsByApplication");
+            publish(ModelProperty::previousWindowIDsByApplication);
     }
     publishAttention(std::move(reading.attention));
     if (skipUnchangedDownstream && settings().expertSkipUnchangedRefreshes && hasCompletedInitialRefresh) {
@@ -103,7 +103,7 @@ bool AppModel::scanBadges(bool forceBadgeScan)
         cachedBadgedApps.clear();
         if (!attention.empty()) {
             attention.clear();
-            publish("attentionApps");
+            publish(ModelProperty::attentionApps);
         }
         return false;
     }
@@ -182,7 +182,7 @@ void AppModel::seedDefaultColors(const platform::Application &application, const
         if (!taskPlaces.contains(item.id))
             seeded = liveColors.try_emplace(item.id, color->second).second || seeded;
     if (seeded)
-        publish("liveTabColors");
+        publish(ModelProperty::liveTabColors);
 }
 
 void AppModel::publishAttention(std::optional<std::vector<AttentionAppItem>> list)
@@ -194,10 +194,10 @@ void AppModel::publishAttention(std::optional<std::vector<AttentionAppItem>> lis
         if (std::equal(list->begin(), list->end(), attention.begin(), attention.end(), sameIDs))
             return;
         attention = std::move(*list);
-        publish("attentionApps");
+        publish(ModelProperty::attentionApps);
     } else if (!settings().showAttentionApps && !attention.empty()) {
         attention.clear();
-        publish("attentionApps");
+        publish(ModelProperty::attentionApps);
     }
 }
 
@@ -223,7 +223,7 @@ void AppModel::placeNewWindows(const ItemList &windows)
     if (newIDs.empty())
         return;
     RecentWindows::recordNew(store.edit().recentWindowIDs, newIDs);
-    publish("recentWindowIDs");
+    publish(&V::recentWindowIDs);
     store.save(&V::recentWindowIDs);
     if (settings().newWindowsGo == NewWindowsPlace::first) {
         for (const RunningAppItem &task : tasks)
@@ -247,7 +247,7 @@ void AppModel::pruneColors(const std::vector<RunningAppItem> &sorted)
     const auto removed = std::erase_if(liveColors, [&](const auto &color) { return !valid.contains(color.first); });
     std::erase_if(manualColorIDs, [&](const std::string &id) { return !valid.contains(id); });
     if (removed > 0)
-        publish("liveTabColors");
+        publish(ModelProperty::liveTabColors);
 }
 
 const AppMetadata &AppModel::appMetadata(const platform::Application &application)
@@ -287,7 +287,7 @@ void AppModel::saveBlacklist()
     store.save(&V::blacklist);
     for (auto &[pid, known] : knownApplications)
         known.filtered = false;
-    publish("blacklist");
+    publish(&V::blacklist);
     refresh();
 }
 

@@ -7,7 +7,7 @@ using V = SettingsValues;
 
 void AppModel::settingChanged(const Setting &setting)
 {
-    if (setting.member == SettingMember(&V::taskbarRefreshSeconds)) {
+    if (Property(setting) == &V::taskbarRefreshSeconds) {
         // Only a running timer is made anew: a change during a task resize must not start it early.
         if (refreshTimer)
             configureRefreshTimer();
@@ -17,7 +17,7 @@ void AppModel::settingChanged(const Setting &setting)
         lastAskedRefresh = platform.loop.monotonicNow();
         configureRefreshTimer();
     }
-    publish(setting.property);
+    publish(setting);
     // What is derived from these is made anew.
     if (setting.group == SettingGroup::quicklyLaunch && setting.savesOnChange)
         announceChange();
@@ -48,7 +48,7 @@ void AppModel::saveStartFavorites()
 void AppModel::saveTaskOrder(std::vector<std::string> order)
 {
     store.edit().taskOrder = std::move(order);
-    publish("taskOrder");
+    publish(&V::taskOrder);
     store.save(&V::taskOrder);
 }
 

@@ -136,27 +136,29 @@ void Settings::load()
 
 void Settings::loadMigrated()
 {
+    using V = SettingsValues;
+    const auto keyOf = [](const SettingMember &member) { return settingOf(member).key; };
     if (!defaults.boolean(seededKey).value_or(false)) {
-        current.defaultAppColors = SettingsValues().defaultAppColors;
-        save(&SettingsValues::defaultAppColors);
+        current.defaultAppColors = V().defaultAppColors;
+        save(&V::defaultAppColors);
         defaults.setBoolean(seededKey, true);
-    } else if (!defaults.dictionary("defaultAppColors")) {
+    } else if (!defaults.dictionary(keyOf(&V::defaultAppColors))) {
         current.defaultAppColors.clear();
     }
 
-    if (!defaults.string("groupingMode"))
+    if (!defaults.string(keyOf(&V::groupingMode)))
         if (const auto grouped = defaults.boolean("groupTabsEnabled"))
             current.groupingMode = *grouped ? GroupingMode::always : GroupingMode::never;
-    if (!defaults.string("notificationBadgeStyle"))
+    if (!defaults.string(keyOf(&V::notificationBadgeStyle)))
         if (const auto shown = defaults.boolean("notificationIndicatorsEnabled"); shown && !*shown)
             current.notificationBadgeStyle = NotificationBadgeStyle::none;
     // An empty list of what alone may raise the indicator would mean that nothing may.
     if (current.attentionIndicatorApps.empty())
         current.attentionIndicatorPolicy = FilterPolicy::blacklist;
     if (!current.startIconChoice.value())
-        current.startIconChoice = SettingsValues().startIconChoice;
-    if (defaults.strings("taskbarBlacklist") != current.blacklist)
-        save(&SettingsValues::blacklist);
+        current.startIconChoice = V().startIconChoice;
+    if (defaults.strings(keyOf(&V::blacklist)) != current.blacklist)
+        save(&V::blacklist);
 }
 
 void Settings::save(SettingGroup group)
@@ -174,17 +176,8 @@ void Settings::write(const Setting &setting)
 void Settings::forgetDefaultColors()
 {
     current.defaultAppColors.clear();
-    defaults.remove("defaultAppColors");
+    forget(&SettingsValues::defaultAppColors);
     defaults.setBoolean(seededKey, true);
-}
-
-const Setting *Settings::settingOfMember(const SettingMember &member)
-{
-    const auto table = settingsTable();
-    const auto found =
-        std::find_if(table.begin(), table.end(), [&](const Setting &setting) { return setting.member == member; });
-    KORVANE_ASSERT(found != table.end(), "a setting is missing from the table");
-    return &*found;
 }
 
 }  // namespace korvane

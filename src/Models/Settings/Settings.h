@@ -4,8 +4,6 @@
 #include "Models/Settings/SettingsTable.h"
 #include "Ports/ObserverList.h"
 
-#include <string_view>
-
 namespace korvane {
 
 class Settings {
@@ -22,7 +20,7 @@ public:
     // there after whatever assignment. Observers are told of a new value only.
     template <typename T> void assign(T SettingsValues::*member, T value)
     {
-        const Setting &setting = *settingOf(member);
+        const Setting &setting = settingOf(member);
         const bool isNew = current.*member != value;
         if (isNew)
             current.*member = std::move(value);
@@ -35,7 +33,9 @@ public:
     // Writes every key of the group, in the order of the table.
     void save(SettingGroup group);
     // Writes the one key.
-    template <typename T> void save(T SettingsValues::*member) { write(*settingOf(member)); }
+    template <typename T> void save(T SettingsValues::*member) { write(settingOf(member)); }
+    // Takes the one key out of the store; the value in memory stays.
+    template <typename T> void forget(T SettingsValues::*member) { defaults.remove(settingOf(member).key); }
 
     // Takes every stored default colour back, for good: the first-run colours do not return.
     void forgetDefaultColors();
@@ -47,12 +47,6 @@ private:
     void load();
     void loadMigrated();
     void write(const Setting &setting);
-
-    template <typename T> static const Setting *settingOf(T SettingsValues::*member)
-    {
-        return settingOfMember(SettingMember(member));
-    }
-    static const Setting *settingOfMember(const SettingMember &member);
 
     platform::Defaults &defaults;
     SettingsValues current;

@@ -1,5 +1,7 @@
 #include "Models/Settings/SettingsTable.h"
 
+#include "Models/Base/Assert.h"
+
 #include <algorithm>
 #include <array>
 #include <type_traits>
@@ -128,6 +130,14 @@ FavoriteList defaultFavorites()
 std::span<const Setting> settingsTable()
 {
     return table;
+}
+
+const Setting &settingOf(const SettingMember &member)
+{
+    const auto *const found =
+        std::find_if(table.begin(), table.end(), [&](const Setting &setting) { return setting.member == member; });
+    KORVANE_ASSERT(found != table.end(), "a setting is missing from the table");
+    return *found;
 }
 
 const Setting *findSetting(std::string_view property)

@@ -113,6 +113,8 @@ struct Setting {
 
 // In the order of writing.
 std::span<const Setting> settingsTable();
+// The row of a member. A member without one is a programming error that ends the process.
+const Setting &settingOf(const SettingMember &member);
 // Null when there is no such property.
 const Setting *findSetting(std::string_view property);
 

@@ -86,11 +86,11 @@ protected:
         int value = 0;
         platform::Subscription observation;
     };
-    std::unique_ptr<Count> countPublished(std::string_view property)
+    std::unique_ptr<Count> countPublished(Property property)
     {
         auto count = std::make_unique<Count>();
-        count->observation = model->published.add([wanted = std::string(property), counted = count.get()](auto name) {
-            if (name == wanted)
+        count->observation = model->published.add([property, counted = count.get()](Property published) {
+            if (published == property)
                 ++counted->value;
         });
         return count;

@@ -80,7 +80,7 @@ TEST_F(Refresh, BeforeTheFirstListAnyRefreshEmptiesTheList)
 TEST_F(Refresh, AChangeOfWindowOrderAloneIsNotSeenByTheTimer)
 {
     start();
-    auto published = countPublished("runningApps");
+    auto published = countPublished(ModelProperty::runningApps);
     platform::simulated::Process swapped;
     swapped.application = *desktop.applications.find(1);
     swapped.windows = {window(hashOf(1, 1), "Mail 2"), window(hashOf(1, 0), "Mail 1")};

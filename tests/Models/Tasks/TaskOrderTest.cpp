@@ -32,7 +32,7 @@ protected:
 
 TEST_F(Order, AnUnknownTaskIsNotMoved)
 {
-    auto published = countPublished("runningApps");
+    auto published = countPublished(ModelProperty::runningApps);
     model->setTaskPosition("nothing", true);
     EXPECT_FALSE(wroteOrder());
     EXPECT_EQ(published->value, 0);

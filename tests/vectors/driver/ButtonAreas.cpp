@@ -12,7 +12,7 @@ namespace {
 
 Json stripJson(const std::optional<StripChoice> &strip)
 {
-    return strip ? Json::array({strip->colorSetting, strip->opacity}) : Json();
+    return strip ? Json::array({settingOf(strip->colorSetting).property, strip->opacity}) : Json();
 }
 
 Json titles(const Menu &menu)

@@ -70,7 +70,7 @@ Json groupColorName(const Json &arguments)
 Json groupStrip(const Json &arguments)
 {
     const auto choice = StripRules::group(arguments.at("blueStripsEnabled"), arguments.at("anyActiveBlueStripWindow"));
-    return choice ? Json{choice->colorSetting, choice->opacity} : Json();
+    return choice ? Json{settingOf(choice->colorSetting).property, choice->opacity} : Json();
 }
 
 Json rgb(const Rgb &color)
