@@ -44,7 +44,6 @@ protected:
 
     void setLook(TaskButtonLook look);
 
-    bool event(QEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
