@@ -8,8 +8,11 @@
 
 namespace korvane::platform {
 
-// Numbers of the system: key code 53 is Escape, modifiers 4096 Control, 512 Shift.
+// Keys and modifiers by the numbers of the system.
 struct HotKey {
+    static constexpr std::uint32_t escape = 53;
+    static constexpr std::uint32_t control = 4096, shift = 512;
+
     std::uint32_t keyCode = 0, modifiers = 0, id = 0;
 };
 

@@ -1,14 +1,12 @@
 #include "Models/Bar/TaskbarPass.h"
 
+#include "Models/Bar/LayoutMetrics.h"
+
 #include <algorithm>
 #include <cmath>
 
 namespace korvane::TaskbarPass {
 namespace {
-
-// The empty row that carries the brightness and volume controls while no task overflows.
-constexpr double controlsRowWidth = 142;
-constexpr double controlsRowBufferWidth = 114;
 
 bool holdsLockedWindow(const TaskbarEntry &entry, const std::set<std::string> &locked)
 {
@@ -79,9 +77,9 @@ TaskbarLayout run(const TaskbarPassInput &input, const MeasureText &measure)
         OverflowRow controls;
         controls.id = 1;
         controls.lower = tasks.mainCount;
-        controls.leading = std::max(TaskLayoutEngine::firstRowLimit, input.width - controlsRowWidth);
+        controls.leading = std::max(TaskLayoutEngine::firstRowLimit, input.width - LayoutMetrics::controlsRowWidth);
         controls.height = TaskLayoutEngine::firstRowHeight;
-        controls.bufferWidth = controlsRowBufferWidth;
+        controls.bufferWidth = LayoutMetrics::controlsRowBufferWidth;
         layout.overflowRows.push_back(std::move(controls));
     }
     layout.hasOverflow = !layout.overflowRows.empty();
@@ -92,13 +90,14 @@ TaskbarLayout run(const TaskbarPassInput &input, const MeasureText &measure)
 double tabWidth(double measuredTextWidth, bool grouped)
 {
     return std::min(maximumTabWidth, std::max(TaskLayoutEngine::minimumTabWidth,
-                                              std::ceil(measuredTextWidth) + 46 + (grouped ? 20 : 0)));
+                                              std::ceil(measuredTextWidth) + LayoutMetrics::besideTitle
+                                                  + (grouped ? LayoutMetrics::groupRoom : 0)));
 }
 
 double preferredTabWidth(double measuredTextWidth, bool grouped, bool custom)
 {
     const double width = tabWidth(measuredTextWidth, grouped);
-    return custom ? std::min(maximumTabWidth, width + 16) : width;
+    return custom ? std::min(maximumTabWidth, width + LayoutMetrics::customGroupRoom) : width;
 }
 
 double preferredTabWidth(const TaskbarEntry &entry, const MeasureText &measure)
@@ -113,14 +112,16 @@ double minimumWidth(double wantedWidth, bool custom, bool overridden)
 
 double quicklyLaunchRightEdge(std::size_t itemCount, double iconSize)
 {
-    return static_cast<double>(itemCount) * (iconSize + 5) + 8 + 50;
+    return static_cast<double>(itemCount) * (iconSize + LayoutMetrics::launcherSpacing)
+           + LayoutMetrics::launchersPadding + LayoutMetrics::startButtonWidth;
 }
 
 double mainTrailingControlsWidth(const Choice<MediaSliderDisplay> &mediaSliderDisplay, bool showsAttentionIndicator)
 {
     if (mediaSliderDisplay != MediaSliderDisplay::taskbar)
-        return 124;
-    return showsAttentionIndicator ? 254 : 231;
+        return LayoutMetrics::trailingControlsWidth;
+    return LayoutMetrics::trailingControlsWidth + LayoutMetrics::mediaControlsRoom
+           + (showsAttentionIndicator ? LayoutMetrics::attentionMarkRoom : 0);
 }
 
 double overflowCardWidth(const OverflowRow &row)
@@ -128,8 +129,8 @@ double overflowCardWidth(const OverflowRow &row)
     double width = 0;
     for (const double task : row.widths)
         width += task;
-    return width + TaskLayoutEngine::itemSpacing * std::max(0, row.count - 1) + row.bufferWidth
-           + TaskLayoutEngine::endCapWidth;
+    return width + LayoutMetrics::buttonSpacing * std::max(0, row.count - 1) + row.bufferWidth
+           + LayoutMetrics::rowEndRoom;
 }
 
 std::set<std::string> windowIDs(std::span<const TaskbarEntry> entries)

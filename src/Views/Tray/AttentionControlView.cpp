@@ -17,7 +17,7 @@
 namespace korvane {
 namespace {
 
-constexpr platform::Seconds restTime{1.2};
+constexpr platform::Seconds hoverTime{1.2};
 
 class AttentionRow final : public ListButton {
 public:
@@ -88,7 +88,7 @@ AttentionControlView::AttentionControlView(AppModel &appModel, ViewServices &vie
                                            bool isCompact, QWidget *parent)
     : SymbolButton({Metrics::trayButtonWidth, isCompact ? Metrics::smallButtonHeight : Metrics::buttonHeight}, parent),
       model(appModel), services(viewServices), platform(system), compact(isCompact),
-      hover(system.loop, restTime, [this](bool showing) { showList(showing); })
+      hover(system.loop, hoverTime, [this](bool showing) { showList(showing); })
 {
     connect(this, &SymbolButton::hoverChanged, this, [this](bool hovered) { hover.hover(hovered); });
     connect(this, &QAbstractButton::clicked, this, [this] {
