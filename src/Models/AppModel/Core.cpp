@@ -40,14 +40,6 @@ const RunningAppItem *AppModel::taskWithID(std::string_view id) const
     return place < tasks.size() ? &tasks[place] : nullptr;
 }
 
-void AppModel::setTrusted(bool value)
-{
-    if (trusted == value)
-        return;
-    trusted = value;
-    publish(ModelProperty::accessibilityTrusted);
-}
-
 std::optional<RunningAppItem> AppModel::settingsTaskItem() const
 {
     if (!settingsVisible && trusted)

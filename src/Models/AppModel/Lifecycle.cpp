@@ -185,9 +185,4 @@ void AppModel::endTaskResize()
     refresh();
 }
 
-void AppModel::requestAccessibilityPermission()
-{
-    setTrusted(platform.accessibility.trustedPrompting());
-}
-
 }  // namespace korvane

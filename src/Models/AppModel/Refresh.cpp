@@ -64,7 +64,9 @@ void AppModel::refresh(bool forceBadgeScan, bool skipUnchangedDownstream)
         const std::size_t place = taskPlaces.orderedIndex(item.id);
         return place < tasks.size() ? place : std::numeric_limits<std::size_t>::max();
     });
-    const auto equal = [](const RunningAppItem &left, const RunningAppItem *right) { return left == *right; };
+    const auto equal = [](const RunningAppItem &left, const RunningAppItem *right) {
+        return showsTheSame(left, *right);
+    };
     if (!settings().expertSkipUnchangedRefreshes
         || !std::equal(tasks.begin(), tasks.end(), reading.windows.begin(), reading.windows.end(), equal)) {
         std::vector<RunningAppItem> sorted;
@@ -208,7 +210,7 @@ bool AppModel::equalsPublished(const ItemList &windows) const
         return false;
     return std::all_of(windows.begin(), windows.end(), [this](const RunningAppItem *item) {
         const RunningAppItem *task = taskWithID(item->id);
-        return task && *task == *item;
+        return task && showsTheSame(*task, *item);
     });
 }
 

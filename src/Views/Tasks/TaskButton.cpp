@@ -42,7 +42,7 @@ void TaskButton::setLook(TaskButtonLook newLook)
         closeGlyph->show();
         // At the next turn: a question may follow, and the button may go while it is being asked.
         connect(
-            closeGlyph, &QAbstractButton::clicked, this, [this] { closeGlyphPressed(); }, Qt::QueuedConnection);
+            closeGlyph, &QAbstractButton::clicked, this, [this] { closeEntry(); }, Qt::QueuedConnection);
     } else if (!newLook.closeGlyph) {
         delete std::exchange(closeGlyph, nullptr);
     }

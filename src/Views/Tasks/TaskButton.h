@@ -40,7 +40,8 @@ protected:
 
     virtual Menu contextMenu() const = 0;
     virtual Drag drag() const = 0;
-    virtual void closeGlyphPressed() = 0;
+    // Closes the window, or what a group asks for in its place.
+    virtual void closeEntry() = 0;
 
     void setLook(TaskButtonLook look);
 
