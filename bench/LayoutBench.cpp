@@ -39,7 +39,7 @@ void WholePass(benchmark::State &state)
         items.push_back(std::move(item));
     }
     SettingsValues settings;
-    settings.groupingMode = "never";
+    settings.groupingMode = GroupingMode::never;
     const TaskbarPassInput input{items, std::nullopt, settings, 0, 1920, false, {}, false, {}};
     for (auto _ : state) {
         auto layout =

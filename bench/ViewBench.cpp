@@ -34,7 +34,7 @@ struct Bar {
         process.windows = std::move(windows);
         desktop.applications.put(std::move(process));
         desktop.applications.setActive(1000);
-        model.set(&SettingsValues::groupingMode, "never");
+        model.set(&SettingsValues::groupingMode, GroupingMode::never);
         model.start();
         desktop.loop.advance(platform::Seconds(0.5));
         view = std::make_unique<TaskbarView>(model, services, platform);

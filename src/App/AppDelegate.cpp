@@ -5,9 +5,6 @@
 namespace korvane {
 namespace {
 
-constexpr std::uint32_t escapeKey = 53;
-constexpr std::uint32_t controlModifier = 4096;
-constexpr std::uint32_t shiftModifier = 512;
 constexpr double pointerInset = 8;
 
 }  // namespace
@@ -90,8 +87,9 @@ void AppDelegate::showSettings()
 void AppDelegate::installControlEscapeHotKey()
 {
     hotKeyHandler = platform.hotKeys.install([this](std::uint32_t id) { hotKeyPressed(id); });
-    startMenuHotKey = platform.hotKeys.add({escapeKey, controlModifier, startMenuKey});
-    activityMonitorHotKey = platform.hotKeys.add({escapeKey, controlModifier | shiftModifier, activityMonitorKey});
+    startMenuHotKey = platform.hotKeys.add({platform::HotKey::escape, platform::HotKey::control, startMenuKey});
+    activityMonitorHotKey = platform.hotKeys.add(
+        {platform::HotKey::escape, platform::HotKey::control | platform::HotKey::shift, activityMonitorKey});
 }
 
 void AppDelegate::hotKeyPressed(std::uint32_t id)

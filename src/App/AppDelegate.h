@@ -1,6 +1,7 @@
 // Owns the model and the controllers, and starts and stops them in order. Nothing else in the program is a singleton.
 #pragma once
 
+#include "Controllers/SettingsWindow.h"
 #include "Controllers/StartMenu.h"
 #include "Controllers/TaskbarPanelController.h"
 #include "Models/AppModel/AppModel.h"

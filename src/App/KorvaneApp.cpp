@@ -77,8 +77,8 @@ int main(int argumentCount, char **arguments)
     platform::Platform platform = desktop->platform();
     AppDelegate delegate(platform);
     MemoryRelease memory(platform.loop, releaseMemory);
-    const Connection counting =
-        delegate.appModel().changed.connect([&] { memory.windowCount(delegate.appModel().runningApps().size()); });
+    const platform::Subscription counting =
+        delegate.appModel().changed.add([&] { memory.windowCount(delegate.appModel().runningApps().size()); });
     delegate.applicationDidFinishLaunching();
     QSocketNotifier endNotifier(ending, QSocketNotifier::Read);
     QObject::connect(&endNotifier, &QSocketNotifier::activated, &application, [] { QApplication::quit(); });

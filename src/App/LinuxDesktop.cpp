@@ -10,7 +10,7 @@
 namespace korvane {
 namespace {
 
-constexpr int iconSide = 64;
+constexpr int taskIconSide = 64;
 
 xcb_connection_t *viewsConnection()
 {
@@ -68,8 +68,8 @@ platform::ImagePtr LinuxDesktop::loadIcon(std::string_view name)
     if (!theme)
         theme = std::make_unique<platform::IconTheme>(QIcon::themeName().toStdString(),
                                                       platform::IconTheme::standardFolders());
-    const auto file = theme->find(name, iconSide);
-    return file.empty() ? nullptr : platform::loadIconFile(file, iconSide);
+    const auto file = theme->find(name, taskIconSide);
+    return file.empty() ? nullptr : platform::loadIconFile(file, taskIconSide);
 }
 
 platform::Platform LinuxDesktop::platform()

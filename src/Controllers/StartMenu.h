@@ -1,4 +1,4 @@
-// What the other controllers ask of the start menu and of the settings window.
+// What the other controllers ask of the start menu.
 #pragma once
 
 #include "Ports/Values/Geometry.h"
@@ -15,12 +15,6 @@ public:
     virtual bool containsMouse() const = 0;
     // The bar's own opacity, from 0 to 1.
     virtual void setTaskbarFadeProgress(double progress) = 0;
-};
-
-class SettingsWindow {
-public:
-    virtual ~SettingsWindow() = default;
-    virtual void show() = 0;
 };
 
 }  // namespace korvane

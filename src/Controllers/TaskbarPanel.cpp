@@ -1,6 +1,7 @@
 #include "Controllers/TaskbarPanel.h"
 
 #include "Controllers/FadeEffect.h"
+#include "Models/Bar/LayoutMetrics.h"
 #include "Views/Kit/Metrics.h"
 
 #include <QResizeEvent>
@@ -15,7 +16,7 @@ TaskbarPanel::TaskbarPanel(AppModel &model, ViewServices &services, platform::Pl
     : QWidget(nullptr, Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::WindowDoesNotAcceptFocus),
       platform(system), panelScreen(screen), screenRectangle(rectangle), grow(std::move(growTo)),
       content(new TaskbarView(model, services, system, this)), fade(new FadeEffect(content)),
-      currentHeight(PanelGeometry::barHeight), heading(currentHeight)
+      currentHeight(LayoutMetrics::barHeight), heading(currentHeight)
 {
     setWindowTitle(QStringLiteral("Korvane Taskbar"));
     setAttribute(Qt::WA_TranslucentBackground);
@@ -26,7 +27,7 @@ TaskbarPanel::TaskbarPanel(AppModel &model, ViewServices &services, platform::Pl
         applyGeometry();
         applyShape();
     });
-    setPanelHeight(PanelGeometry::barHeight);
+    setPanelHeight(LayoutMetrics::barHeight);
     setTranslucent(platform.panels.translucencyAvailable());
 }
 
@@ -98,7 +99,7 @@ void TaskbarPanel::reserveStrip(bool reserve)
     reserves = reserve;
     const platform::Rect &screen = panelScreen.frame;
     platform.panels.reserveStrip(
-        winId(), reserve ? std::optional(platform::Rect{screen.x, screen.y, screen.width, PanelGeometry::barHeight})
+        winId(), reserve ? std::optional(platform::Rect{screen.x, screen.y, screen.width, LayoutMetrics::barHeight})
                          : std::nullopt);
 }
 

@@ -53,8 +53,8 @@ TaskbarPanelController::TaskbarPanelController(AppModel &appModel, platform::Pla
     screenObserver = platform.screens.observeChanges([this] { rebuildPanels(); });
     translucencyObserver = platform.panels.observeTranslucency([this] { schedulePass(); });
     autoHide.configureVisibilityTimer();
-    modelConnection = model.changed.connect([this] { schedulePass(); });
-    settingConnection = model.published.connect([this](std::string_view property) { settingPublished(property); });
+    modelObservation = model.changed.add([this] { schedulePass(); });
+    propertyObservation = model.published.add([this](Property property) { propertyPublished(property); });
 }
 
 TaskbarPanelController::~TaskbarPanelController() = default;
@@ -119,11 +119,12 @@ void TaskbarPanelController::runPass()
     autoHide.resumeIfInputsChanged();
 }
 
-// The three settings that the timers depend on. Each takes effect at the next turn, and only if it has another value.
-void TaskbarPanelController::settingPublished(std::string_view property)
+// What the timers depend on. Each takes effect at the next turn, and only if it has another value.
+void TaskbarPanelController::propertyPublished(Property property)
 {
-    if (property != "appMonitorRefreshRate" && property != "appRefreshRate" && property != "systemIsInactive"
-        && property != "expertPauseWhenDisplaySleeps")
+    using V = SettingsValues;
+    if (property != &V::appMonitorRefreshRate && property != &V::appRefreshRate
+        && property != ModelProperty::systemIsInactive && property != &V::expertPauseWhenDisplaySleeps)
         return;
     platform.loop.post([this, stillHere = std::weak_ptr<bool>(alive)] {
         if (stillHere.expired())

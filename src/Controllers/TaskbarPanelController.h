@@ -54,7 +54,7 @@ private:
     std::unique_ptr<TaskbarPanel> makePanel(const platform::Screen &screen);
     void schedulePass();
     void runPass();
-    void settingPublished(std::string_view property);
+    void propertyPublished(Property property);
     void adjustHeights();
     void animateHeight(double height, TaskbarPanel &panel);
     void animationFrame();
@@ -76,7 +76,7 @@ private:
     platform::Subscription animationTimer, screenObserver, translucencyObserver;
     AutoHide autoHide;
     PointerFollower follower;
-    Connection modelConnection, settingConnection;
+    platform::Subscription modelObservation, propertyObservation;
     std::shared_ptr<bool> alive = std::make_shared<bool>(true);  // what was posted holds it weakly
     bool passScheduled = false, shown = false;
     std::int64_t knownMonitorRate, knownFadeRate;

@@ -1,17 +1,18 @@
-// Keys that reach this program whoever has the focus, and its entry among the programs started at login.
+// Keys that reach this program whoever has the focus.
 #pragma once
 
 #include "Ports/Subscription.h"
 
 #include <cstdint>
 #include <functional>
-#include <optional>
-#include <string>
 
 namespace korvane::platform {
 
-// Numbers of the system: key code 53 is Escape, modifiers 4096 Control, 512 Shift.
+// Keys and modifiers by the numbers of the system.
 struct HotKey {
+    static constexpr std::uint32_t escape = 53;
+    static constexpr std::uint32_t control = 4096, shift = 512;
+
     std::uint32_t keyCode = 0, modifiers = 0, id = 0;
 };
 
@@ -22,14 +23,6 @@ public:
     [[nodiscard]] virtual Subscription install(std::function<void(std::uint32_t id)> handler) = 0;
     // Silent when another program holds the key. Destroying the subscription gives the key back.
     [[nodiscard]] virtual Subscription add(const HotKey &key) = 0;
-};
-
-class LoginItem {
-public:
-    virtual ~LoginItem() = default;
-    virtual bool enabled() = 0;
-    // Absent on success, else the error's text.
-    virtual std::optional<std::string> enable() = 0;
 };
 
 }  // namespace korvane::platform

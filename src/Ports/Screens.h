@@ -1,4 +1,4 @@
-// The screens and the pointer.
+// The screens and where they stand.
 #pragma once
 
 #include "Ports/Subscription.h"
@@ -29,14 +29,6 @@ public:
     virtual Rect displayBounds(std::uint32_t number) = 0;
     // Screens came, went or changed.
     [[nodiscard]] virtual Subscription observeChanges(std::function<void()> callback) = 0;
-};
-
-class Pointer {
-public:
-    virtual ~Pointer() = default;
-    virtual Point location() = 0;
-    // Moves the pointer to a place in display coordinates, top left, without a mouse event.
-    virtual void warp(Point display) = 0;
 };
 
 }  // namespace korvane::platform

@@ -1,6 +1,6 @@
 #include "Toolkit/IconFile.h"
 
-#include "Toolkit/QtImages.h"
+#include "Toolkit/Images.h"
 #include "Toolkit/SvgCost.h"
 
 #include <QBuffer>
@@ -15,9 +15,9 @@
 namespace korvane::platform {
 namespace {
 
-constexpr qint64 largestFile = 4 << 20;
+constexpr qint64 largestIconFile = 4 << 20;
 constexpr qsizetype largestDrawing = 1 << 20;
-constexpr int largestSide = 4096;
+constexpr int largestIconSide = 4096;
 constexpr int largestAnswer = 1024;
 constexpr int costliestDrawing = 20000;  // elements drawn
 
@@ -60,10 +60,10 @@ QImage bitmapIn(QByteArray contents, int side)
     reader.setAutoTransform(true);
     const QSize size = reader.size();
     // Some formats tell their size only by decoding, under the reader's own limit on memory.
-    if (size.isValid() && (size.isEmpty() || size.width() > largestSide || size.height() > largestSide))
+    if (size.isValid() && (size.isEmpty() || size.width() > largestIconSide || size.height() > largestIconSide))
         return {};
     const QImage picture = reader.read();
-    if (picture.isNull() || picture.width() > largestSide || picture.height() > largestSide)
+    if (picture.isNull() || picture.width() > largestIconSide || picture.height() > largestIconSide)
         return {};
     const int longer = std::max(picture.width(), picture.height());
     if (longer > side) {
@@ -91,9 +91,9 @@ ImagePtr loadIconFile(const std::filesystem::path &path, int side)
     QFile file(QFile::decodeName(path.c_str()));
     // A pipe or a device would be waited for.
     const QFileInfo about(file);
-    if (path.empty() || !about.isFile() || about.size() > largestFile || !file.open(QIODevice::ReadOnly))
+    if (path.empty() || !about.isFile() || about.size() > largestIconFile || !file.open(QIODevice::ReadOnly))
         return nullptr;
-    return decodeIcon(file.read(largestFile), side);
+    return decodeIcon(file.read(largestIconFile), side);
 }
 
 }  // namespace korvane::platform

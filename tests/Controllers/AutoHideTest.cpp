@@ -178,7 +178,7 @@ TEST_F(Hiding, ABarThatIsGoneDrawsNothingAndIsUpToDateWhenItIsBack)
     ASSERT_TRUE(hidden());
     PaintCounter paints;
     settle();
-    model->set(&V::groupingMode, "always");
+    model->set(&V::groupingMode, GroupingMode::always);
     advance(1);
     settle();
     EXPECT_EQ(paints.countOf<TaskButton>(), 0);

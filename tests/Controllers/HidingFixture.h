@@ -19,8 +19,8 @@ protected:
     {
         addApplication(1, "Mail", 2);
         makeModel();
-        model->set(&V::groupingMode, "never");
-        model->set(&V::mediaSliderDisplay, "Never");
+        model->set(&V::groupingMode, GroupingMode::never);
+        model->set(&V::mediaSliderDisplay, MediaSliderDisplay::never);
         model->set(&V::appRefreshRate, frames);
         model->set(&V::appMonitorRefreshRate, 20);
         model->set(&V::animationDurationMS, 400);

@@ -19,7 +19,7 @@ protected:
     void show()
     {
         makeModel();
-        model->set(&V::groupingMode, "never");
+        model->set(&V::groupingMode, GroupingMode::never);
         controller = std::make_unique<TaskbarPanelController>(*model, platform, TaskbarCallbacks{});
         controller->show();
         model->start();

@@ -6,6 +6,7 @@
 #include "Ports/Applications.h"
 #include "Ports/HotKeys.h"
 #include "Ports/Panels.h"
+#include "Ports/Pointer.h"
 #include "Ports/Screens.h"
 #include "Ports/WindowList.h"
 

@@ -1,7 +1,7 @@
 // What every entry among the programs started at login has to do.
 #pragma once
 
-#include "Ports/HotKeys.h"
+#include "Ports/LoginItem.h"
 
 #include <gtest/gtest.h>
 #include <memory>

@@ -200,13 +200,13 @@ void RandomDesktop::playByUser(const Operation &operation)
         model->setTaskPosition(drag, operation.second % 2 == 0);
         return;
     case Act::changeGroupingMode: {
-        static const std::vector<std::string> modes{"asNeeded", "always", "never", "specific"};
-        model->set(&V::groupingMode, modes[operation.first % 4]);
+        const auto &modes = choiceTexts<GroupingMode>;
+        model->set(&V::groupingMode, modes[operation.first % modes.size()].choice);
         model->regroupTaskbarForCurrentSettings();
         return;
     }
     case Act::newWindowsFirst:
-        model->set(&V::newWindowsGo, operation.first % 2 == 0 ? "first" : "last");
+        model->set(&V::newWindowsGo, operation.first % 2 == 0 ? NewWindowsPlace::first : NewWindowsPlace::last);
         return;
     case Act::hideBar:
         model->setTaskbarHidden(operation.first % 2 == 0);
@@ -369,9 +369,9 @@ std::optional<std::string> RandomDesktop::nothingIsPublishedTwice()
     std::string published;
     // The colours are left out: a window of the blacklist whose application has a default colour takes it with every
     // tick and loses it with every full refresh, and is not drawn.
-    const auto connection = model->published.connect([&](std::string_view name) {
-        if (name != "liveTabColors")
-            published += std::string(name) + " ";
+    const auto observation = model->published.add([&](Property property) {
+        if (property != ModelProperty::liveTabColors)
+            published += std::string(property.name()) + " ";
     });
     model->refresh();
     model->refresh(false, true);

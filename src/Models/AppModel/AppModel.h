@@ -3,10 +3,10 @@
 // under AppModel/; what can be computed without the model stands in headers of its own beside this one.
 #pragma once
 
+#include "Models/AppModel/Property.h"
 #include "Models/Base/DelayedTasks.h"
 #include "Models/Base/Identifiers.h"
 #include "Models/Base/Records.h"
-#include "Models/Base/Signal.h"
 #include "Models/Settings/Settings.h"
 #include "Models/Tasks/DockBadges.h"
 #include "Models/Tasks/TabColors.h"
@@ -16,6 +16,7 @@
 #include "Models/Tasks/TaskOrder.h"
 #include "Models/Tasks/WindowDiscovery.h"
 #include "Models/Tasks/WindowMemory.h"
+#include "Ports/ObserverList.h"
 #include "Ports/Platform.h"
 
 #include <functional>
@@ -42,12 +43,11 @@ public:
 
     // ------------------------------------------------------------------------------------------------ observing
     // Something that a view may show has changed. Views gather these and look once at the next turn of the run loop.
-    Signal<> changed;
-    // The name of a property when it is assigned by itself, in the order of assignment; "modelChanged" for a change of
-    // several, or of what is derived from them.
-    Signal<std::string_view> published;
+    platform::ObserverList<> changed;
+    // A property when it is assigned by itself, in the order of assignment.
+    platform::ObserverList<Property> published;
     // The same change in other words: which tasks' buttons it concerns. Comes before `changed`.
-    Signal<const TaskChanges &> tasksChanged;
+    platform::ObserverList<const TaskChanges &> tasksChanged;
 
     const std::vector<RunningAppItem> &runningApps() const { return tasks; }  // in task order
     const std::vector<AttentionAppItem> &attentionApps() const { return attention; }
@@ -109,7 +109,7 @@ public:
     void addAttentionIndicatorApp(const std::string &name);
     void removeAttentionIndicatorApp(const std::string &name);
     void allowAllAttentionIndicatorApps();
-    void setAttentionIndicatorFilter(const std::string &policy, std::vector<std::string> apps);
+    void setAttentionIndicatorFilter(const Choice<FilterPolicy> &policy, std::vector<std::string> apps);
 
     // ------------------------------------------------------------------------------------------------ recency
     bool isPreviousWindow(const RunningAppItem &item) const { return memory.isPreviousWindow(item); }
@@ -247,9 +247,9 @@ private:
     };
 
     // Observing
-    void publish(std::string_view property);
-    void publish(std::string_view property, const TaskChanges &changes);
-    void announceChange() { publish("modelChanged"); }
+    void publish(Property property);
+    void publish(Property property, const TaskChanges &changes);
+    void announceChange() { publish(ModelProperty::modelChanged); }
     void setTasks(std::vector<RunningAppItem> items);
     bool patchTasks(const ItemList &items);
     void followWindows(const ItemList &windows);
@@ -296,7 +296,7 @@ private:
     platform::Platform &platform;
     UuidSource makeUuid;
     Settings store;
-    Connection settingsConnection;
+    platform::Subscription settingsObservation;
     WindowDiscovery discovery;
     NameFilter nameFilter;
 

@@ -54,7 +54,7 @@ void AppModel::setGroupedListOpen(bool open, const std::string &groupID)
 {
     const bool didChange = open ? openLists.insert(groupID).second : openLists.erase(groupID) > 0;
     if (didChange)
-        publish("openGroupedLists");
+        publish(ModelProperty::openGroupedLists);
 }
 
 // ---------------------------------------------------------------------------------------------------- custom groups
@@ -85,7 +85,7 @@ void AppModel::createCustomGroup(const std::vector<RunningAppItem> &items)
 
 void AppModel::returnToParentGroup(const RunningAppItem &item)
 {
-    if (settings().groupingMode != "never" && store.edit().forcedUngroupedWindows.erase(item.id) > 0)
+    if (settings().groupingMode != GroupingMode::never && store.edit().forcedUngroupedWindows.erase(item.id) > 0)
         saveCustomGroups();
 }
 

@@ -13,36 +13,36 @@ AppModel::AppModel(platform::Platform &system, UuidSource uuids)
     : platform(system), makeUuid(std::move(uuids)), store(system.defaults), discovery(system), nameFilter(system.text),
       trusted(system.accessibility.trusted()), delayed(system.loop)
 {
-    settingsConnection = store.changed.connect([this](const Setting &setting) { settingChanged(setting); });
+    settingsObservation = store.changed.add([this](const Setting &setting) { settingChanged(setting); });
 }
 
 AppModel::~AppModel() = default;
 
-namespace {
-
-// Properties that no task's button depends on.
-constexpr std::array<std::string_view, 10> besideTheButtons{
-    "accessibilityTrusted", "attentionApps",    "openGroupedLists", "recentWindowIDs",      "settingsWindowVisible",
-    "startFavorites",       "systemIsInactive", "taskOrder",        "taskOverflowRowCount", "taskOverflowRowsVisible"};
-// Properties that change the list of entries, yet leave the buttons of the others as they are.
-constexpr std::array<std::string_view, 2> ofTheSettingsTask{"accessibilityTrusted", "settingsWindowVisible"};
-
-}  // namespace
-
-void AppModel::publish(std::string_view property)
+void AppModel::publish(Property property)
 {
+    // Neither the list nor a task's button depends on these.
+    static const std::array besideTheTasks{Property(ModelProperty::attentionApps),
+                                           Property(ModelProperty::openGroupedLists),
+                                           Property(ModelProperty::systemIsInactive),
+                                           Property(ModelProperty::taskOverflowRowCount),
+                                           Property(ModelProperty::taskOverflowRowsVisible),
+                                           Property(ModelProperty::taskRowsExpanded),
+                                           Property(&SettingsValues::recentWindowIDs),
+                                           Property(&SettingsValues::startFavorites),
+                                           Property(&SettingsValues::taskOrder)};
     TaskChanges changes;
-    changes.list = std::ranges::find(ofTheSettingsTask, property) != ofTheSettingsTask.end();
-    changes.everything = std::ranges::find(besideTheButtons, property) == besideTheButtons.end();
+    // By these the settings window's own task comes and goes.
+    changes.list = property == ModelProperty::accessibilityTrusted || property == ModelProperty::settingsWindowVisible;
+    changes.everything = !changes.list && std::ranges::find(besideTheTasks, property) == besideTheTasks.end();
     publish(property, changes);
 }
 
-void AppModel::publish(std::string_view property, const TaskChanges &changes)
+void AppModel::publish(Property property, const TaskChanges &changes)
 {
     if (!changes.none())
-        tasksChanged.emit(changes);
-    published.emit(property);
-    changed.emit();
+        tasksChanged.notify(changes);
+    published.notify(property);
+    changed.notify();
 }
 
 void AppModel::setTasks(std::vector<RunningAppItem> items)
@@ -58,7 +58,7 @@ void AppModel::setTasks(std::vector<RunningAppItem> items)
     taskPlaces = OrderIndex(tasks);
     listChangedOutside = true;
     listIsSorted = false;
-    publish("runningApps", changes);
+    publish(ModelProperty::runningApps, changes);
 }
 
 // Takes over what a reading found out about tasks that stand where they stood. False, and nothing is done, when one of
@@ -76,7 +76,7 @@ bool AppModel::patchTasks(const ItemList &items)
     }
     TaskChanges changes;
     for (const auto &[task, item] : patches) {
-        if (*task == *item)
+        if (showsTheSame(*task, *item))
             continue;
         changes.ids.insert(item->id);
         // The identifier stays where it is: the index of the list refers to its text.
@@ -86,7 +86,7 @@ bool AppModel::patchTasks(const ItemList &items)
         task->hasNotificationBadge = item->hasNotificationBadge;
     }
     if (!changes.ids.empty())
-        publish("runningApps", changes);
+        publish(ModelProperty::runningApps, changes);
     return true;
 }
 
@@ -106,14 +106,6 @@ const RunningAppItem *AppModel::taskWithID(std::string_view id) const
 {
     const std::size_t place = taskPlaces.orderedIndex(id);
     return place < tasks.size() ? &tasks[place] : nullptr;
-}
-
-void AppModel::setTrusted(bool value)
-{
-    if (trusted == value)
-        return;
-    trusted = value;
-    publish("accessibilityTrusted");
 }
 
 std::optional<RunningAppItem> AppModel::settingsTaskItem() const
@@ -137,7 +129,7 @@ void AppModel::setSettingsWindowVisible(bool visible)
     if (settingsVisible == visible)
         return;
     settingsVisible = visible;
-    publish("settingsWindowVisible");
+    publish(ModelProperty::settingsWindowVisible);
 }
 
 void AppModel::closeSettingsWindow()
@@ -151,7 +143,7 @@ void AppModel::setTaskOverflowRowCount(int count)
     if (overflowRowCount == count)
         return;
     overflowRowCount = count;
-    publish("taskOverflowRowCount");
+    publish(ModelProperty::taskOverflowRowCount);
 }
 
 void AppModel::setTaskOverflowRowsVisible(bool visible)
@@ -159,7 +151,7 @@ void AppModel::setTaskOverflowRowsVisible(bool visible)
     if (overflowRowsVisible == visible)
         return;
     overflowRowsVisible = visible;
-    publish("taskOverflowRowsVisible");
+    publish(ModelProperty::taskOverflowRowsVisible);
 }
 
 void AppModel::setTaskRowsExpanded(bool expanded)
@@ -167,7 +159,7 @@ void AppModel::setTaskRowsExpanded(bool expanded)
     if (rowsExpanded == expanded)
         return;
     rowsExpanded = expanded;
-    publish("taskRowsExpanded");
+    publish(ModelProperty::taskRowsExpanded);
 }
 
 AppModel::Inspection AppModel::inspect() const

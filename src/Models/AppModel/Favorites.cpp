@@ -32,7 +32,7 @@ void AppModel::addFavorite(StartFavorite favorite)
                     [&](const StartFavorite &known) { return known.id == favorite.id; }))
         return;
     favorites.push_back(std::move(favorite));
-    publish("startFavorites");
+    publish(&SettingsValues::startFavorites);
     saveStartFavorites();
 }
 

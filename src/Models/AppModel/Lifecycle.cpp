@@ -105,7 +105,8 @@ bool AppModel::nothingCanChangeUnannounced() const
         return false;
     if (isPaused() || taskbarIsHidden)
         return true;
-    const bool wantsBadges = settings().notificationBadgeStyle != "none" || settings().showAttentionApps;
+    const bool wantsBadges =
+        settings().notificationBadgeStyle != NotificationBadgeStyle::none || settings().showAttentionApps;
     return lastReadingUnchanged && (!wantsBadges || (lastBadgeScan && *lastBadgeScan > lastAskedRefresh));
 }
 
@@ -126,7 +127,7 @@ void AppModel::setInactiveReason(const std::string &reason, bool active)
     else
         inactive.erase(reason);
     if (wasInactive != systemIsInactive())
-        publish("systemIsInactive");
+        publish(ModelProperty::systemIsInactive);
     if (!wasInactive || systemIsInactive())
         return;
     setTrusted(platform.accessibility.trusted());
@@ -182,11 +183,6 @@ void AppModel::endTaskResize()
         taskResizePauseHandler(false);
     configureRefreshTimer();
     refresh();
-}
-
-void AppModel::requestAccessibilityPermission()
-{
-    setTrusted(platform.accessibility.trustedPrompting());
 }
 
 }  // namespace korvane

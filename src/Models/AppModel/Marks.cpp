@@ -22,7 +22,7 @@ void AppModel::addAttentionIndicatorApp(const std::string &name)
     apps.push_back(name);
     std::sort(apps.begin(), apps.end());
     saveAppearanceSettings();
-    publish("attentionIndicatorApps");
+    publish(&V::attentionIndicatorApps);
 }
 
 void AppModel::removeAttentionIndicatorApp(const std::string &name)
@@ -30,24 +30,24 @@ void AppModel::removeAttentionIndicatorApp(const std::string &name)
     auto &apps = store.edit().attentionIndicatorApps;
     std::erase(apps, name);
     if (apps.empty())
-        set(&V::attentionIndicatorPolicy, "blacklist");
+        set(&V::attentionIndicatorPolicy, FilterPolicy::blacklist);
     saveAppearanceSettings();
-    publish("attentionIndicatorApps");
+    publish(&V::attentionIndicatorApps);
 }
 
 void AppModel::allowAllAttentionIndicatorApps()
 {
-    setAttentionIndicatorFilter("blacklist", {});
+    setAttentionIndicatorFilter(FilterPolicy::blacklist, {});
 }
 
-void AppModel::setAttentionIndicatorFilter(const std::string &policy, std::vector<std::string> apps)
+void AppModel::setAttentionIndicatorFilter(const Choice<FilterPolicy> &policy, std::vector<std::string> apps)
 {
     std::sort(apps.begin(), apps.end());
     const bool empty = apps.empty();
     store.edit().attentionIndicatorApps = std::move(apps);
-    set(&V::attentionIndicatorPolicy, empty ? std::string("blacklist") : policy);
+    set(&V::attentionIndicatorPolicy, empty ? FilterPolicy::blacklist : policy);
     saveAppearanceSettings();
-    publish("attentionIndicatorApps");
+    publish(&V::attentionIndicatorApps);
 }
 
 // ---------------------------------------------------------------------------------------------------- recency
@@ -55,7 +55,7 @@ void AppModel::setAttentionIndicatorFilter(const std::string &policy, std::vecto
 void AppModel::recordRecent(const RunningAppItem &item)
 {
     RecentWindows::record(store.edit().recentWindowIDs, item.id);
-    publish("recentWindowIDs");
+    publish(&V::recentWindowIDs);
     store.save(&V::recentWindowIDs);
 }
 
@@ -71,8 +71,8 @@ std::vector<RunningAppItem> AppModel::recentWindows() const
 void AppModel::clearRecents()
 {
     store.edit().recentWindowIDs.clear();
-    publish("recentWindowIDs");
-    platform.defaults.remove("recentWindowIDs");
+    publish(&V::recentWindowIDs);
+    store.forget(&V::recentWindowIDs);
 }
 
 // ---------------------------------------------------------------------------------------------------- colours

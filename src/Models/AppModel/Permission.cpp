@@ -1,4 +1,4 @@
-// The way to the system's permission page and the two ways of clearing the grant.
+// The permission to read and move windows: asking for it, the way to the system's page, the two ways of clearing it.
 #include "Models/AppModel/AppModel.h"
 
 namespace korvane {
@@ -9,6 +9,19 @@ constexpr const char *settingsPage = "x-apple.systempreferences:com.apple.prefer
 constexpr const char *fixedIdentifier = "com.example.Korvane";
 
 }  // namespace
+
+void AppModel::setTrusted(bool value)
+{
+    if (trusted == value)
+        return;
+    trusted = value;
+    publish(ModelProperty::accessibilityTrusted);
+}
+
+void AppModel::requestAccessibilityPermission()
+{
+    setTrusted(platform.accessibility.trustedPrompting());
+}
 
 void AppModel::openAccessibilitySettings()
 {

@@ -68,7 +68,9 @@ void AppModel::refresh(bool forceBadgeScan, bool skipUnchangedDownstream)
         const std::size_t place = taskPlaces.orderedIndex(item.id);
         return place < tasks.size() ? place : std::numeric_limits<std::size_t>::max();
     });
-    const auto equal = [](const RunningAppItem &left, const RunningAppItem *right) { return left == *right; };
+    const auto equal = [](const RunningAppItem &left, const RunningAppItem *right) {
+        return showsTheSame(left, *right);
+    };
     if (!settings().expertSkipUnchangedRefreshes
         || !std::equal(tasks.begin(), tasks.end(), reading.windows.begin(), reading.windows.end(), equal)) {
         std::vector<RunningAppItem> sorted;
@@ -95,14 +97,14 @@ void AppModel::followWindows(const ItemList &windows)
         for (const auto &id : {stripBefore, memory.activeBlueStripWindowID()})
             if (id)
                 buttons.ids.insert(*id);
-        publish("activeBlueStripWindowID", buttons);
+        publish(ModelProperty::activeBlueStripWindowID, buttons);
     }
     if (changes.previousWindows) {
         TaskChanges buttons;
         for (const auto *one : {&previousBefore, &memory.previousWindowIDsByApplication()})
             for (const auto &[application, id] : *one)
                 buttons.ids.insert(id);
-        publish("previousWindowIDsByApplication", buttons);
+        publish(ModelProperty::previousWindowIDsByApplication, buttons);
     }
 }
 
@@ -124,12 +126,13 @@ ApplicationList AppModel::readApplications()
 
 bool AppModel::scanBadges(bool forceBadgeScan)
 {
-    const bool wantsBadges = (settings().notificationBadgeStyle != "none" || settings().showAttentionApps) && trusted;
+    const bool wantsBadges =
+        (settings().notificationBadgeStyle != NotificationBadgeStyle::none || settings().showAttentionApps) && trusted;
     if (!wantsBadges) {
         cachedBadgedApps.clear();
         if (!attention.empty()) {
             attention.clear();
-            publish("attentionApps");
+            publish(ModelProperty::attentionApps);
         }
         return false;
     }
@@ -217,7 +220,7 @@ void AppModel::seedDefaultColors(const platform::Application &application, const
         if (!taskPlaces.contains(item.id))
             seeded = liveColors.try_emplace(item.id, color->second).second || seeded;
     if (seeded)
-        publish("liveTabColors");
+        publish(ModelProperty::liveTabColors);
 }
 
 void AppModel::publishAttention(std::optional<std::vector<AttentionAppItem>> list)
@@ -229,10 +232,10 @@ void AppModel::publishAttention(std::optional<std::vector<AttentionAppItem>> lis
         if (std::equal(list->begin(), list->end(), attention.begin(), attention.end(), sameIDs))
             return;
         attention = std::move(*list);
-        publish("attentionApps");
+        publish(ModelProperty::attentionApps);
     } else if (!settings().showAttentionApps && !attention.empty()) {
         attention.clear();
-        publish("attentionApps");
+        publish(ModelProperty::attentionApps);
     }
 }
 
@@ -243,7 +246,7 @@ bool AppModel::equalsPublished(const ItemList &windows) const
         return false;
     return std::all_of(windows.begin(), windows.end(), [this](const RunningAppItem *item) {
         const RunningAppItem *task = taskWithID(item->id);
-        return task && *task == *item;
+        return task && showsTheSame(*task, *item);
     });
 }
 
@@ -258,9 +261,9 @@ void AppModel::placeNewWindows(const ItemList &windows)
     if (newIDs.empty())
         return;
     RecentWindows::recordNew(store.edit().recentWindowIDs, newIDs);
-    publish("recentWindowIDs");
+    publish(&V::recentWindowIDs);
     store.save(&V::recentWindowIDs);
-    if (settings().newWindowsGo == "first") {
+    if (settings().newWindowsGo == NewWindowsPlace::first) {
         for (const RunningAppItem &task : tasks)
             newIDs.push_back(task.id);
         saveTaskOrder(std::move(newIDs));
@@ -282,7 +285,7 @@ void AppModel::pruneColors(const std::vector<RunningAppItem> &sorted)
     const auto removed = std::erase_if(liveColors, [&](const auto &color) { return !valid.contains(color.first); });
     std::erase_if(manualColorIDs, [&](const std::string &id) { return !valid.contains(id); });
     if (removed > 0)
-        publish("liveTabColors");
+        publish(ModelProperty::liveTabColors);
 }
 
 const AppMetadata &AppModel::appMetadata(const platform::Application &application)
@@ -322,7 +325,7 @@ void AppModel::saveBlacklist()
     store.save(&V::blacklist);
     for (auto &[pid, known] : knownApplications)
         known.filtered = false;
-    publish("blacklist");
+    publish(&V::blacklist);
     refresh();
 }
 

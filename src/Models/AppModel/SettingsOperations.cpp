@@ -7,7 +7,7 @@ using V = SettingsValues;
 
 void AppModel::settingChanged(const Setting &setting)
 {
-    if (setting.member == SettingMember(&V::taskbarRefreshSeconds)) {
+    if (Property(setting) == &V::taskbarRefreshSeconds) {
         // Only a running timer is made anew: a change during a task resize must not start it early.
         if (refreshTimer)
             configureRefreshTimer();
@@ -18,7 +18,7 @@ void AppModel::settingChanged(const Setting &setting)
         configureRefreshTimer();
     }
     listIsSorted = false;
-    publish(setting.property);
+    publish(setting);
     // What is derived from these is made anew.
     if (setting.group == SettingGroup::quicklyLaunch && setting.savesOnChange)
         announceChange();
@@ -50,7 +50,7 @@ void AppModel::saveTaskOrder(std::vector<std::string> order)
 {
     store.edit().taskOrder = std::move(order);
     listIsSorted = false;
-    publish("taskOrder");
+    publish(&V::taskOrder);
     store.save(&V::taskOrder);
 }
 

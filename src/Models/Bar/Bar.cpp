@@ -12,7 +12,7 @@ Bar::Bar(AppModel &appModel, platform::MainLoop &mainLoop, MeasureText measureTe
             appModel.settings().autoHideOverflow),
       knownGroupMembers(appModel.settings().customGroupMembers)
 {
-    taskChanges = model.tasksChanged.connect([this](const TaskChanges &changes) { pending.merge(changes); });
+    taskChanges = model.tasksChanged.add([this](const TaskChanges &changes) { pending.merge(changes); });
 }
 
 Bar::~Bar()

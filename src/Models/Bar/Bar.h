@@ -106,7 +106,7 @@ private:
     double width = 0;  // of the last pass
     TaskbarLayout current;
     TaskChanges pending{.everything = true, .list = true, .ids = {}};  // since the last pass
-    Connection taskChanges;
+    platform::Subscription taskChanges;
     bool allButtonsChanged = true;
     std::vector<bool> changedButtons;  // beside the layout's entries
     int reportedRowCount = 0;

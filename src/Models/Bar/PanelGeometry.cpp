@@ -1,5 +1,6 @@
 #include "Models/Bar/PanelGeometry.h"
 
+#include "Models/Bar/LayoutMetrics.h"
 #include "Models/Bar/TaskLayoutEngine.h"
 
 #include <algorithm>
@@ -14,11 +15,11 @@ OverflowGeometry overflowGeometry(const GeometryKey &key)
     const double tuckStep = std::max(1.0, key.tuck - key.overlap);
 
     OverflowGeometry geometry;
-    geometry.collapsedHeight = barHeight + key.overflowCount * tuckStep;
+    geometry.collapsedHeight = LayoutMetrics::barHeight + key.overflowCount * tuckStep;
     if (key.autoHideOverflow)
-        geometry.normalHeight = barHeight + stack + (key.overflowCount > 0 ? hoverStripRoom : 0);
+        geometry.normalHeight = LayoutMetrics::barHeight + stack + (key.overflowCount > 0 ? hoverStripRoom : 0);
     else
-        geometry.normalHeight = key.rowsExpanded ? barHeight + stack : geometry.collapsedHeight;
+        geometry.normalHeight = key.rowsExpanded ? LayoutMetrics::barHeight + stack : geometry.collapsedHeight;
     return geometry;
 }
 

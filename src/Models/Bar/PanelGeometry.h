@@ -18,7 +18,6 @@ struct OverflowGeometry {
 
 namespace PanelGeometry {
 
-inline constexpr double barHeight = 34;
 // Above the top row, for the strip that opens tucked rows under the pointer.
 inline constexpr double hoverStripRoom = 20;
 

@@ -1,5 +1,6 @@
 #include "Models/Bar/TaskLayoutEngine.h"
 
+#include "Models/Bar/LayoutMetrics.h"
 #include "Models/Base/Assert.h"
 
 #include <algorithm>
@@ -15,7 +16,7 @@ double sum(Widths widths)
 
 double gaps(std::size_t count)
 {
-    return count == 0 ? 0.0 : static_cast<double>(count - 1) * itemSpacing;
+    return count == 0 ? 0.0 : static_cast<double>(count - 1) * LayoutMetrics::buttonSpacing;
 }
 
 double minimumOf(MinimumWidths minimumWidths, std::size_t index)
@@ -32,7 +33,7 @@ template <typename WidthAt> std::size_t packed(std::size_t size, double availabl
     double used = 0;
     std::size_t count = 0;
     while (count < size) {
-        const double gap = count == 0 ? 0 : itemSpacing;
+        const double gap = count == 0 ? 0 : LayoutMetrics::buttonSpacing;
         const double next = used + gap + widthAt(count);
         if (count > 0 && !(next <= room))
             break;
@@ -85,7 +86,7 @@ std::vector<OverflowRow> stackRows(Widths widths, std::size_t lower, double scre
         const auto remaining = widths.subspan(lower);
         const int rowNumber = static_cast<int>(rows.size());
         const double bufferWidth = std::max(0.0, firstRowBufferWidth - rowNumber * bufferReductionPerRow);
-        const double rowBuffer = bufferWidth + endCapWidth;
+        const double rowBuffer = bufferWidth + LayoutMetrics::rowEndRoom;
         const double limit = leading;
         const double room = std::max(minimumTabWidth, screenWidth - limit - rowBuffer);
         const std::size_t count = std::max<std::size_t>(1, packed(remaining, room));
@@ -146,7 +147,7 @@ MainRow compressedMainRow(Widths widths, double available, MinimumWidths minimum
         return {static_cast<int>(count), {widths.begin(), widths.end()}};
 
     std::vector<double> candidate(widths.begin(), widths.begin() + static_cast<std::ptrdiff_t>(count) + 1);
-    const double excess = sum(candidate) + static_cast<double>(count) * itemSpacing - available;
+    const double excess = sum(candidate) + static_cast<double>(count) * LayoutMetrics::buttonSpacing - available;
     const double incoming = widths[count];
     double slack = 0;
     for (std::size_t i = 0; i < candidate.size(); ++i)

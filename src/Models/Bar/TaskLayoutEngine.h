@@ -35,11 +35,9 @@ struct MainRow {
 
 namespace TaskLayoutEngine {
 
-inline constexpr double itemSpacing = 4;
 inline constexpr double minimumTabWidth = 64;
 inline constexpr double firstRowBufferWidth = 96;
 inline constexpr double bufferReductionPerRow = 32;
-inline constexpr double endCapWidth = 28;
 inline constexpr double firstRowLimit = 400;  // keeps the area above the start button and the launchers clear
 inline constexpr double firstRowHeight = 34;
 inline constexpr double rowHeightReduction = 2;

@@ -1,5 +1,6 @@
 #include "Models/Bar/TaskbarPass.h"
 
+#include "Models/Bar/LayoutMetrics.h"
 #include "Models/Bar/OverflowReturnLock.h"
 
 #include <algorithm>
@@ -7,10 +8,6 @@
 
 namespace korvane::TaskbarPass {
 namespace {
-
-// The empty row that carries the brightness and volume controls while no task overflows.
-constexpr double controlsRowWidth = 142;
-constexpr double controlsRowBufferWidth = 114;
 
 void measureRoom(TaskbarLayout &layout, const TaskbarPassInput &input)
 {
@@ -76,13 +73,13 @@ void layOut(TaskbarLayout &layout, const TaskbarPassInput &input)
     layout.widths = std::move(tasks.widths);
     layout.mainCount = static_cast<std::size_t>(tasks.mainCount);
     layout.overflowRows = std::move(tasks.overflowRows);
-    if (layout.overflowRows.empty() && input.settings.mediaSliderDisplay == "Overflow") {
+    if (layout.overflowRows.empty() && input.settings.mediaSliderDisplay == MediaSliderDisplay::overflow) {
         OverflowRow controls;
         controls.id = 1;
         controls.lower = tasks.mainCount;
-        controls.leading = std::max(TaskLayoutEngine::firstRowLimit, input.width - controlsRowWidth);
+        controls.leading = std::max(TaskLayoutEngine::firstRowLimit, input.width - LayoutMetrics::controlsRowWidth);
         controls.height = TaskLayoutEngine::firstRowHeight;
-        controls.bufferWidth = controlsRowBufferWidth;
+        controls.bufferWidth = LayoutMetrics::controlsRowBufferWidth;
         layout.overflowRows.push_back(std::move(controls));
     }
     layout.hasOverflow = !layout.overflowRows.empty();
@@ -140,13 +137,14 @@ std::optional<std::vector<std::size_t>> rerun(TaskbarLayout &layout, const Taskb
 double tabWidth(double measuredTextWidth, bool grouped)
 {
     return std::min(maximumTabWidth, std::max(TaskLayoutEngine::minimumTabWidth,
-                                              std::ceil(measuredTextWidth) + 46 + (grouped ? 20 : 0)));
+                                              std::ceil(measuredTextWidth) + LayoutMetrics::besideTitle
+                                                  + (grouped ? LayoutMetrics::groupRoom : 0)));
 }
 
 double preferredTabWidth(double measuredTextWidth, bool grouped, bool custom)
 {
     const double width = tabWidth(measuredTextWidth, grouped);
-    return custom ? std::min(maximumTabWidth, width + 16) : width;
+    return custom ? std::min(maximumTabWidth, width + LayoutMetrics::customGroupRoom) : width;
 }
 
 double preferredTabWidth(const TaskbarEntry &entry, const MeasureText &measure)
@@ -161,14 +159,16 @@ double minimumWidth(double wantedWidth, bool custom, bool overridden)
 
 double quicklyLaunchRightEdge(std::size_t itemCount, double iconSize)
 {
-    return static_cast<double>(itemCount) * (iconSize + 5) + 8 + 50;
+    return static_cast<double>(itemCount) * (iconSize + LayoutMetrics::launcherSpacing)
+           + LayoutMetrics::launchersPadding + LayoutMetrics::startButtonWidth;
 }
 
-double mainTrailingControlsWidth(std::string_view mediaSliderDisplay, bool showsAttentionIndicator)
+double mainTrailingControlsWidth(const Choice<MediaSliderDisplay> &mediaSliderDisplay, bool showsAttentionIndicator)
 {
-    if (mediaSliderDisplay != "Taskbar")
-        return 124;
-    return showsAttentionIndicator ? 254 : 231;
+    if (mediaSliderDisplay != MediaSliderDisplay::taskbar)
+        return LayoutMetrics::trailingControlsWidth;
+    return LayoutMetrics::trailingControlsWidth + LayoutMetrics::mediaControlsRoom
+           + (showsAttentionIndicator ? LayoutMetrics::attentionMarkRoom : 0);
 }
 
 double overflowCardWidth(const OverflowRow &row)
@@ -176,8 +176,8 @@ double overflowCardWidth(const OverflowRow &row)
     double width = 0;
     for (const double task : row.widths)
         width += task;
-    return width + TaskLayoutEngine::itemSpacing * std::max(0, row.count - 1) + row.bufferWidth
-           + TaskLayoutEngine::endCapWidth;
+    return width + LayoutMetrics::buttonSpacing * std::max(0, row.count - 1) + row.bufferWidth
+           + LayoutMetrics::rowEndRoom;
 }
 
 std::set<std::string> windowIDs(std::span<const TaskbarEntry> entries)

@@ -65,7 +65,7 @@ double preferredTabWidth(double measuredTextWidth, bool grouped, bool custom);
 // The floor a tab may be squeezed to. A width set by hand and a custom group are never squeezed.
 double minimumWidth(double wantedWidth, bool custom, bool overridden);
 double quicklyLaunchRightEdge(std::size_t itemCount, double iconSize);
-double mainTrailingControlsWidth(std::string_view mediaSliderDisplay, bool showsAttentionIndicator);
+double mainTrailingControlsWidth(const Choice<MediaSliderDisplay> &mediaSliderDisplay, bool showsAttentionIndicator);
 double overflowCardWidth(const OverflowRow &row);
 // The union of the entries' own window and the windows of their groups.
 std::set<std::string> windowIDs(std::span<const TaskbarEntry> entries);

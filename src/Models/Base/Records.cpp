@@ -7,8 +7,8 @@ namespace korvane {
 
 bool isSameRecord(const RunningAppItem &left, const RunningAppItem &right)
 {
-    return left == right && left.processIdentifier == right.processIdentifier && left.windowIndex == right.windowIndex
-           && left.icon == right.icon && left.appName == right.appName
+    return showsTheSame(left, right) && left.processIdentifier == right.processIdentifier
+           && left.windowIndex == right.windowIndex && left.icon == right.icon && left.appName == right.appName
            && left.bundleIdentifier == right.bundleIdentifier;
 }
 

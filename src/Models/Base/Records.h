@@ -27,14 +27,22 @@ struct RunningAppItem {
     bool isActive = false;              // the focused window of the frontmost application
     bool hasNotificationBadge = false;  // the application shows a badge
 
-    // Compares what a redraw depends on: id, name, isActive and hasNotificationBadge. A task whose other fields moved
-    // is not a change worth a redraw.
-    friend bool operator==(const RunningAppItem &left, const RunningAppItem &right)
-    {
-        return left.isActive == right.isActive && left.hasNotificationBadge == right.hasNotificationBadge
-               && left.id == right.id && left.name == right.name;
-    }
+    // Not of all fields: it means showsTheSame(), which code that relies on this should say.
+    friend bool operator==(const RunningAppItem &left, const RunningAppItem &right);
 };
+
+// Whether the two are one task that looks alike: the same id, name, isActive and hasNotificationBadge. A task whose
+// other fields moved is not a change worth a redraw.
+inline bool showsTheSame(const RunningAppItem &left, const RunningAppItem &right)
+{
+    return left.isActive == right.isActive && left.hasNotificationBadge == right.hasNotificationBadge
+           && left.id == right.id && left.name == right.name;
+}
+
+inline bool operator==(const RunningAppItem &left, const RunningAppItem &right)
+{
+    return showsTheSame(left, right);
+}
 
 // Whether two records are equal in every field.
 bool isSameRecord(const RunningAppItem &left, const RunningAppItem &right);

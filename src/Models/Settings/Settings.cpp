@@ -4,9 +4,8 @@
 #include "Models/Settings/SettingsJson.h"
 
 #include <algorithm>
-#include <array>
 #include <optional>
-#include <type_traits>
+#include <utility>
 
 namespace korvane {
 namespace {
@@ -31,6 +30,13 @@ std::optional<std::int64_t> read(platform::Defaults &defaults, std::string_view 
 std::optional<std::string> read(platform::Defaults &defaults, std::string_view key, const std::string &)
 {
     return defaults.string(key);
+}
+
+template <typename Enum>
+std::optional<Choice<Enum>> read(platform::Defaults &defaults, std::string_view key, const Choice<Enum> &)
+{
+    auto text = defaults.string(key);
+    return text ? std::optional(Choice<Enum>(std::move(*text))) : std::nullopt;
 }
 
 std::optional<StringList> read(platform::Defaults &defaults, std::string_view key, const StringList &)
@@ -81,6 +87,11 @@ void store(platform::Defaults &defaults, std::string_view key, const std::string
     defaults.setString(key, value);
 }
 
+template <typename Enum> void store(platform::Defaults &defaults, std::string_view key, const Choice<Enum> &value)
+{
+    defaults.setString(key, std::string(value.text()));
+}
+
 void store(platform::Defaults &defaults, std::string_view key, const StringList &value)
 {
     defaults.setStrings(key, value);
@@ -125,28 +136,29 @@ void Settings::load()
 
 void Settings::loadMigrated()
 {
+    using V = SettingsValues;
+    const auto keyOf = [](const SettingMember &member) { return settingOf(member).key; };
     if (!defaults.boolean(seededKey).value_or(false)) {
-        current.defaultAppColors = SettingsValues().defaultAppColors;
-        save(&SettingsValues::defaultAppColors);
+        current.defaultAppColors = V().defaultAppColors;
+        save(&V::defaultAppColors);
         defaults.setBoolean(seededKey, true);
-    } else if (!defaults.dictionary("defaultAppColors")) {
+    } else if (!defaults.dictionary(keyOf(&V::defaultAppColors))) {
         current.defaultAppColors.clear();
     }
 
-    if (!defaults.string("groupingMode"))
+    if (!defaults.string(keyOf(&V::groupingMode)))
         if (const auto grouped = defaults.boolean("groupTabsEnabled"))
-            current.groupingMode = *grouped ? "always" : "never";
-    if (!defaults.string("notificationBadgeStyle"))
+            current.groupingMode = *grouped ? GroupingMode::always : GroupingMode::never;
+    if (!defaults.string(keyOf(&V::notificationBadgeStyle)))
         if (const auto shown = defaults.boolean("notificationIndicatorsEnabled"); shown && !*shown)
-            current.notificationBadgeStyle = "none";
+            current.notificationBadgeStyle = NotificationBadgeStyle::none;
     // An empty list of what alone may raise the indicator would mean that nothing may.
     if (current.attentionIndicatorApps.empty())
-        current.attentionIndicatorPolicy = "blacklist";
-    static constexpr std::array<std::string_view, 5> startIcons{"App Icon", "Ⓚ", "𝙠", "Custom", "Custom Image"};
-    if (std::find(startIcons.begin(), startIcons.end(), current.startIconChoice) == startIcons.end())
-        current.startIconChoice = SettingsValues().startIconChoice;
-    if (defaults.strings("taskbarBlacklist") != current.blacklist)
-        save(&SettingsValues::blacklist);
+        current.attentionIndicatorPolicy = FilterPolicy::blacklist;
+    if (!current.startIconChoice.value())
+        current.startIconChoice = V().startIconChoice;
+    if (defaults.strings(keyOf(&V::blacklist)) != current.blacklist)
+        save(&V::blacklist);
 }
 
 void Settings::save(SettingGroup group)
@@ -164,17 +176,8 @@ void Settings::write(const Setting &setting)
 void Settings::forgetDefaultColors()
 {
     current.defaultAppColors.clear();
-    defaults.remove("defaultAppColors");
+    forget(&SettingsValues::defaultAppColors);
     defaults.setBoolean(seededKey, true);
-}
-
-const Setting *Settings::settingOfMember(const SettingMember &member)
-{
-    const auto table = settingsTable();
-    const auto found =
-        std::find_if(table.begin(), table.end(), [&](const Setting &setting) { return setting.member == member; });
-    KORVANE_ASSERT(found != table.end(), "a setting is missing from the table");
-    return &*found;
 }
 
 }  // namespace korvane

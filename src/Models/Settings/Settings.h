@@ -1,10 +1,8 @@
 // The settings in memory and their way to and from the defaults database.
 #pragma once
 
-#include "Models/Base/Signal.h"
 #include "Models/Settings/SettingsTable.h"
-
-#include <string_view>
+#include "Ports/ObserverList.h"
 
 namespace korvane {
 
@@ -22,37 +20,33 @@ public:
     // there after whatever assignment. Observers are told of a new value only.
     template <typename T> void assign(T SettingsValues::*member, T value)
     {
-        const Setting &setting = *settingOf(member);
+        const Setting &setting = settingOf(member);
         const bool isNew = current.*member != value;
         if (isNew)
             current.*member = std::move(value);
         if (setting.savesOnChange)
             save(setting.group);
         if (isNew)
-            changed.emit(setting);
+            changed.notify(setting);
     }
 
     // Writes every key of the group, in the order of the table.
     void save(SettingGroup group);
     // Writes the one key.
-    template <typename T> void save(T SettingsValues::*member) { write(*settingOf(member)); }
+    template <typename T> void save(T SettingsValues::*member) { write(settingOf(member)); }
+    // Takes the one key out of the store; the value in memory stays.
+    template <typename T> void forget(T SettingsValues::*member) { defaults.remove(settingOf(member).key); }
 
     // Takes every stored default colour back, for good: the first-run colours do not return.
     void forgetDefaultColors();
 
     // A new value was stored by assign(), and its group saved.
-    Signal<const Setting &> changed;
+    platform::ObserverList<const Setting &> changed;
 
 private:
     void load();
     void loadMigrated();
     void write(const Setting &setting);
-
-    template <typename T> static const Setting *settingOf(T SettingsValues::*member)
-    {
-        return settingOfMember(SettingMember(member));
-    }
-    static const Setting *settingOfMember(const SettingMember &member);
 
     platform::Defaults &defaults;
     SettingsValues current;

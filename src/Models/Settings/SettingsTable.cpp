@@ -1,16 +1,22 @@
 #include "Models/Settings/SettingsTable.h"
 
+#include "Models/Base/Assert.h"
+
 #include <algorithm>
 #include <array>
+#include <type_traits>
 
 namespace korvane {
 namespace {
 
 using V = SettingsValues;
 
+template <typename T> inline constexpr bool isList = !std::is_arithmetic_v<T> && !std::is_same_v<T, std::string>;
+template <typename Enum> inline constexpr bool isList<Choice<Enum>> = false;
+
 constexpr bool isPlain(const SettingMember &member)
 {
-    return member.index() < 4;
+    return std::visit([]<typename T>(T V::*) { return !isList<T>; }, member);
 }
 
 constexpr Setting quicklyLaunch(std::string_view key, std::string_view property, SettingMember member)
@@ -124,6 +130,14 @@ FavoriteList defaultFavorites()
 std::span<const Setting> settingsTable()
 {
     return table;
+}
+
+const Setting &settingOf(const SettingMember &member)
+{
+    const auto *const found =
+        std::find_if(table.begin(), table.end(), [&](const Setting &setting) { return setting.member == member; });
+    KORVANE_ASSERT(found != table.end(), "a setting is missing from the table");
+    return *found;
 }
 
 const Setting *findSetting(std::string_view property)

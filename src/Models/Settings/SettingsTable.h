@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Models/Base/Records.h"
+#include "Models/Settings/Choices.h"
 #include "Ports/Defaults.h"
 
 #include <cstdint>
@@ -41,9 +42,9 @@ struct SettingsValues {
     bool blueStripsEnabled = true;
     std::string activeWindowStripColor = "Custom:#093D91";
     std::string lastWindowStripColor = "Custom:#674927";
-    std::string groupingMode = "asNeeded";
-    std::string newWindowsGo = "last";
-    std::string notificationBadgeStyle = "triangle";
+    Choice<GroupingMode> groupingMode = GroupingMode::asNeeded;
+    Choice<NewWindowsPlace> newWindowsGo = NewWindowsPlace::last;
+    Choice<NotificationBadgeStyle> notificationBadgeStyle = NotificationBadgeStyle::triangle;
     bool showCloseGlyph = true;
     bool expertSkipUnchangedRefreshes = true;
     bool expertCacheNotificationBadges = true;
@@ -59,12 +60,12 @@ struct SettingsValues {
     double volumeScrollRate = 5.0;
     double brightnessScrollRate = 5.0;
     bool showAttentionApps = true;
-    std::string attentionListMode = "Always";
-    std::string attentionIndicatorPolicy = "blacklist";
+    Choice<AttentionListMode> attentionListMode = AttentionListMode::always;
+    Choice<FilterPolicy> attentionIndicatorPolicy = FilterPolicy::blacklist;
     StringList attentionIndicatorApps;
     bool lockApplicationsContainerToTaskbar = false;
     bool invertTaskbarButtonHighlight = false;
-    std::string mediaSliderDisplay = "Overflow";
+    Choice<MediaSliderDisplay> mediaSliderDisplay = MediaSliderDisplay::overflow;
     bool autoHideOverflow = true;
     double tuckAwayOverflowPixels = 7.0;
     double overflowCardOverlapPixels = 2.0;
@@ -72,9 +73,9 @@ struct SettingsValues {
     std::int64_t animationDurationMS = 400;
     std::int64_t appMonitorRefreshRate = 6;
     std::int64_t taskbarRefreshSeconds = 2;
-    std::string specificGroupingPolicy = "whitelist";
+    Choice<FilterPolicy> specificGroupingPolicy = FilterPolicy::whitelist;
     StringList specificGroupingApps;
-    std::string startIconChoice = "App Icon";
+    Choice<StartIcon> startIconChoice = StartIcon::application;
     std::string customStartIcon = "ⓚ";
     std::string customStartImagePath;
 
@@ -95,8 +96,12 @@ enum class SettingGroup { quicklyLaunch, appearance, customGroups, alone };
 
 using SettingMember =
     std::variant<bool SettingsValues::*, double SettingsValues::*, std::int64_t SettingsValues::*,
-                 std::string SettingsValues::*, StringList SettingsValues::*, StringMap SettingsValues::*,
-                 StringSet SettingsValues::*, FavoriteList SettingsValues::*, WebLauncherList SettingsValues::*>;
+                 std::string SettingsValues::*, Choice<GroupingMode> SettingsValues::*,
+                 Choice<MediaSliderDisplay> SettingsValues::*, Choice<NewWindowsPlace> SettingsValues::*,
+                 Choice<StartIcon> SettingsValues::*, Choice<NotificationBadgeStyle> SettingsValues::*,
+                 Choice<AttentionListMode> SettingsValues::*, Choice<FilterPolicy> SettingsValues::*,
+                 StringList SettingsValues::*, StringMap SettingsValues::*, StringSet SettingsValues::*,
+                 FavoriteList SettingsValues::*, WebLauncherList SettingsValues::*>;
 
 struct Setting {
     std::string_view key;
@@ -108,6 +113,8 @@ struct Setting {
 
 // In the order of writing.
 std::span<const Setting> settingsTable();
+// The row of a member. A member without one is a programming error that ends the process.
+const Setting &settingOf(const SettingMember &member);
 // Null when there is no such property.
 const Setting *findSetting(std::string_view property);
 

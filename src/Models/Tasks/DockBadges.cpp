@@ -40,7 +40,7 @@ bool shouldShowIndicator(std::span<const AttentionAppItem> attentionApps, const 
     if (!settings.showAttentionApps)
         return false;
     const auto &listed = settings.attentionIndicatorApps;
-    const bool wanted = settings.attentionIndicatorPolicy == "whitelist";
+    const bool wanted = settings.attentionIndicatorPolicy == FilterPolicy::whitelist;
     return std::any_of(attentionApps.begin(), attentionApps.end(), [&](const AttentionAppItem &app) {
         return (std::find(listed.begin(), listed.end(), app.name) != listed.end()) == wanted;
     });

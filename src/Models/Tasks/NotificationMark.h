@@ -2,11 +2,11 @@
 // button's top leading corner, y downwards.
 #pragma once
 
+#include "Models/Settings/Choices.h"
 #include "Ports/Values/Geometry.h"
 
 #include <algorithm>
 #include <optional>
-#include <string_view>
 
 namespace korvane {
 
@@ -25,18 +25,23 @@ namespace NotificationMarks {
 
 inline constexpr double taskbarSize = 13;
 
-// Absent for "none" and for every other text.
-inline std::optional<NotificationMark> ofStyle(std::string_view style, double size)
+// Absent for no mark, and for a style that is not known.
+inline std::optional<NotificationMark> ofStyle(const Choice<NotificationBadgeStyle> &style, double size)
 {
+    using Style = NotificationBadgeStyle;
     using Shape = NotificationMark::Shape;
-    if (style == "triangle")
+    switch (style.value().value_or(Style::none)) {
+    case Style::triangle:
         return NotificationMark{Shape::corner, 0.65, {0, 0, size, size}, std::min(6.0, size), 0, 0, size, size};
-    if (style == "dot")
+    case Style::dot:
         return NotificationMark{Shape::circle, 0.72, {0, 0, 7, 7}, 0, 0, 0, 11, 11};
-    if (style == "line")
+    case Style::line:
         return NotificationMark{Shape::roundedRectangle, 0.72, {5, 1, 25, 4}, 2, 0, 0, 30, 5};
-    if (style == "stripe")
+    case Style::stripe:
         return NotificationMark{Shape::line, 0.72, {0, 0, size, size}, 0, 4, std::min(10.0, size), size, size};
+    case Style::none:
+        break;
+    }
     return std::nullopt;
 }
 

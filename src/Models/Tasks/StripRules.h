@@ -1,21 +1,23 @@
 // How a button tells its state: the white of its fill, and the strip it wears, by the setting that gives its colour.
 #pragma once
 
+#include "Models/Settings/SettingsTable.h"
+
 #include <optional>
-#include <string_view>
+#include <string>
 
 namespace korvane {
 
 struct StripChoice {
-    std::string_view colorSetting;
+    std::string SettingsValues::*colorSetting;
     double opacity = 1;
     friend bool operator==(const StripChoice &, const StripChoice &) = default;
 };
 
 namespace StripRules {
 
-inline constexpr StripChoice activeStrip{"activeWindowStripColor", 0.95};
-inline constexpr StripChoice previousStrip{"lastWindowStripColor", 0.72};
+inline constexpr StripChoice activeStrip{&SettingsValues::activeWindowStripColor, 0.95};
+inline constexpr StripChoice previousStrip{&SettingsValues::lastWindowStripColor, 0.72};
 
 // The white fill of a button without a colour of its own.
 constexpr double highlightOpacity(bool isActive, bool inverted)

@@ -72,7 +72,7 @@ std::vector<RunningAppGroup> runningAppGroups(Items items)
 std::vector<TaskbarEntry> taskbarEntries(Items items, const SettingsValues &settings, bool groupAll)
 {
     const ActiveMembership membership(settings);
-    const bool specific = settings.groupingMode == "specific";
+    const bool specific = settings.groupingMode == GroupingMode::specific;
     const auto isGrouped = [&](const RunningAppItem &item) {
         if (settings.forcedUngroupedWindows.contains(item.id))
             return false;
@@ -114,17 +114,17 @@ std::vector<TaskbarEntry> taskbarEntries(Items items, const SettingsValues &sett
 
 bool shouldGroup(std::string_view appName, const SettingsValues &settings)
 {
-    if (settings.groupingMode != "specific")
-        return settings.groupingMode == "always";
+    if (settings.groupingMode != GroupingMode::specific)
+        return settings.groupingMode == GroupingMode::always;
     const auto &apps = settings.specificGroupingApps;
     const bool listed = std::find(apps.begin(), apps.end(), appName) != apps.end();
-    return settings.specificGroupingPolicy == "whitelist" ? listed : !listed;
+    return settings.specificGroupingPolicy == FilterPolicy::whitelist ? listed : !listed;
 }
 
-bool groupAll(std::string_view groupingMode, int capacity, std::size_t windowCount)
+bool groupAll(const Choice<GroupingMode> &groupingMode, int capacity, std::size_t windowCount)
 {
-    return groupingMode == "always"
-           || (groupingMode == "asNeeded" && static_cast<std::size_t>(std::max(0, capacity)) < windowCount);
+    return groupingMode == GroupingMode::always
+           || (groupingMode == GroupingMode::asNeeded && static_cast<std::size_t>(std::max(0, capacity)) < windowCount);
 }
 
 std::string_view customGroupKey(std::string_view groupID)

@@ -25,7 +25,7 @@ std::vector<TaskbarEntry> taskbarEntries(Items items, const SettingsValues &sett
 // Whether the mode and the list of specific applications group the windows of that application.
 bool shouldGroup(std::string_view appName, const SettingsValues &settings);
 // Whether every application is to be grouped on a bar whose main row holds `capacity` plain windows of `windowCount`.
-bool groupAll(std::string_view groupingMode, int capacity, std::size_t windowCount);
+bool groupAll(const Choice<GroupingMode> &groupingMode, int capacity, std::size_t windowCount);
 // The group key of a custom group's identifier; empty for any other identifier.
 std::string_view customGroupKey(std::string_view groupID);
 

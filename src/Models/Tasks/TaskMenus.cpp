@@ -83,7 +83,7 @@ TaskOffers taskOffers(const RunningAppItem &task, const SettingsValues &settings
     const bool isSettings = task.id == Identifiers::settingsTask;
     TaskOffers offers;
     offers.position = !isSettings;
-    offers.newGroup = !isSettings && settings.groupingMode != "never";
+    offers.newGroup = !isSettings && settings.groupingMode != GroupingMode::never;
     offers.parentGroup = offers.newGroup && settings.forcedUngroupedWindows.contains(task.id);
     offers.defaultColor = task.bundleIdentifier.has_value();
     return offers;

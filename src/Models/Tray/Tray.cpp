@@ -35,13 +35,13 @@ std::int64_t clockInterval(std::int64_t refreshSeconds)
     return std::clamp<std::int64_t>(refreshSeconds, 1, 2);
 }
 
-double attentionBadgeYOffset(bool compact, std::string_view style)
+double attentionBadgeYOffset(bool compact, const Choice<NotificationBadgeStyle> &style)
 {
     if (compact)
         return 0;
-    if (style == "dot")
+    if (style == NotificationBadgeStyle::dot)
         return -7;
-    return style == "line" ? -12 : -4;
+    return style == NotificationBadgeStyle::line ? -12 : -4;
 }
 
 int percent(float level)

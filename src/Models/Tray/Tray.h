@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Models/Base/DelayedTasks.h"
+#include "Models/Settings/Choices.h"
 #include "Ports/MainLoop.h"
 
 #include <cstdint>
@@ -20,7 +21,7 @@ std::string_view volumeSymbol(float level);
 // Seconds between two looks at the clock, whatever the setting.
 std::int64_t clockInterval(std::int64_t refreshSeconds);
 // How far the mark that asks for attention is moved down.
-double attentionBadgeYOffset(bool compact, std::string_view style);
+double attentionBadgeYOffset(bool compact, const Choice<NotificationBadgeStyle> &style);
 // "45%"
 int percent(float level);
 

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t largestIndex = 1u << 20;
 constexpr std::size_t longestName = 255;
-constexpr std::size_t longestChain = 16;
+constexpr std::size_t mostThemes = 16;
 
 bool isReadable(const std::filesystem::path &file)
 {
@@ -131,8 +131,7 @@ const IconTheme::Theme &IconTheme::theme(const std::string &name)
 
 void IconTheme::appendChain(const std::string &name, std::vector<std::string> &names)
 {
-    if (!isPlainName(name) || names.size() >= longestChain
-        || std::find(names.begin(), names.end(), name) != names.end())
+    if (!isPlainName(name) || names.size() >= mostThemes || std::find(names.begin(), names.end(), name) != names.end())
         return;
     names.push_back(name);
     for (const auto &parent : std::vector<std::string>(theme(name).parents))

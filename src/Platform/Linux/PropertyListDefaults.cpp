@@ -15,7 +15,7 @@
 namespace korvane::platform {
 namespace {
 
-constexpr std::size_t largestFile = 16u << 20;
+constexpr std::size_t largestSettingsFile = 16u << 20;
 constexpr auto leftoverAge = std::chrono::minutes(1);
 
 std::string timeStamp()
@@ -67,7 +67,7 @@ void PropertyListDefaults::load()
         (void)::chmod(directory.c_str(), 0700);
     removeLeftovers();
 
-    const FileContents contents = readFile(file, largestFile);
+    const FileContents contents = readFile(file, largestSettingsFile);
     if (contents.outcome == FileContents::Outcome::missing)
         return;
     if (contents.outcome == FileContents::Outcome::read) {

@@ -1,12 +1,13 @@
 #include "Platform/Linux/PulseAudio.h"
 
+#include "Ports/ObserverList.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <pulse/glib-mainloop.h>
 #include <pulse/pulseaudio.h>
 #include <utility>
-#include <vector>
 
 namespace korvane::platform {
 namespace {
@@ -62,8 +63,7 @@ public:
         return true;
     }
 
-    std::shared_ptr<std::vector<std::shared_ptr<std::function<void()>>>> observers =
-        std::make_shared<std::vector<std::shared_ptr<std::function<void()>>>>();
+    std::shared_ptr<ObserverList<>> observers = std::make_shared<ObserverList<>>();
 
 private:
     static Server &of(void *data) { return *static_cast<Server *>(data); }
@@ -145,7 +145,7 @@ private:
         learn(std::nullopt);
         const std::size_t attempt = attempts++;
         // Whoever shows the volume wants it back; for nobody, and for ever, nobody knocks.
-        if (attempt < retryDelays.size() && !observers->empty())
+        if (attempt < retryDelays.size() && observers->count() > 0)
             retry = loop.after(Seconds(retryDelays[attempt]), [this] {
                 retry.reset();
                 connect();
@@ -215,11 +215,9 @@ private:
         if (same && told)
             return;
         told = true;
-        loop.post([list = observers] {
-            const auto present = *list;
-            for (const auto &slot : present)
-                if (const std::function<void()> call = *slot)
-                    call();
+        loop.post([list = std::weak_ptr(observers)] {
+            if (const auto present = list.lock())
+                present->notify();
         });
     }
 
@@ -274,26 +272,7 @@ bool PulseAudio::setVolume(std::uint32_t device, std::uint32_t element, float vo
 
 Subscription PulseAudio::observeChanges(std::function<void()> callback)
 {
-    class Observation final : public SubscriptionBase {
-    public:
-        Observation(std::weak_ptr<std::vector<std::shared_ptr<std::function<void()>>>> observers,
-                    std::shared_ptr<std::function<void()>> mine)
-            : list(std::move(observers)), slot(std::move(mine))
-        {}
-        ~Observation() override
-        {
-            *slot = nullptr;
-            if (const auto living = list.lock())
-                std::erase(*living, slot);
-        }
-
-    private:
-        std::weak_ptr<std::vector<std::shared_ptr<std::function<void()>>>> list;
-        std::shared_ptr<std::function<void()>> slot;
-    };
-    auto slot = std::make_shared<std::function<void()>>(std::move(callback));
-    server->observers->push_back(slot);
-    return std::make_unique<Observation>(server->observers, std::move(slot));
+    return server->observers->add(std::move(callback));
 }
 
 }  // namespace korvane::platform

@@ -1,7 +1,7 @@
 // Starting at login, by an entry in the user's autostart directory.
 #pragma once
 
-#include "Ports/HotKeys.h"
+#include "Ports/LoginItem.h"
 
 #include <filesystem>
 

@@ -2,7 +2,7 @@
 
 #include "Platform/Qt/QtIcons.h"
 #include "Ports/Panels.h"
-#include "Toolkit/QtImages.h"
+#include "Toolkit/Images.h"
 
 #include <QApplication>
 #include <QHBoxLayout>
@@ -17,7 +17,7 @@ namespace korvane::platform {
 namespace {
 
 constexpr int firstAnswer = 1000;
-constexpr int iconSide = 48;
+constexpr int alertIconSide = 48;
 constexpr int textWidth = 360;
 constexpr double lowestGap = 60, gapOfHeight = 0.08;
 constexpr int longestText = 4096;
@@ -47,8 +47,9 @@ AlertBox::AlertBox(const Alert &alert)
 
     auto *picture = new QLabel;
     QtIcons icons;
-    picture->setPixmap(QPixmap::fromImage(
-        toQImage(*icons.ownIcon()).scaled(iconSide, iconSide, Qt::KeepAspectRatio, Qt::SmoothTransformation)));
+    picture->setPixmap(
+        QPixmap::fromImage(toQImage(*icons.ownIcon())
+                               .scaled(alertIconSide, alertIconSide, Qt::KeepAspectRatio, Qt::SmoothTransformation)));
     picture->setAlignment(Qt::AlignTop);
 
     column = new QVBoxLayout;

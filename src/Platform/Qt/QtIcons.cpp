@@ -1,6 +1,6 @@
 #include "Platform/Qt/QtIcons.h"
 
-#include "Toolkit/QtImages.h"
+#include "Toolkit/Images.h"
 #include "Toolkit/Symbols.h"
 
 #include <QPainter>

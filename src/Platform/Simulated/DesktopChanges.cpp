@@ -23,7 +23,7 @@ void SimulatedApplications::windowsChanged(ProcessNode &process)
         if (token.expired())
             return;
         windowNoticePending = false;
-        applicationObservers[static_cast<std::size_t>(ApplicationEvent::activated)].emit();
+        applicationObservers[static_cast<std::size_t>(ApplicationEvent::activated)].notify();
     });
 }
 

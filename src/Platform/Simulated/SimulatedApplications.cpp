@@ -127,7 +127,7 @@ void SimulatedApplications::notify(ApplicationEvent event)
 {
     loop.post([this, event, token = std::weak_ptr(alive)] {
         if (!token.expired())
-            applicationObservers[static_cast<std::size_t>(event)].emit();
+            applicationObservers[static_cast<std::size_t>(event)].notify();
     });
 }
 
@@ -135,7 +135,7 @@ void SimulatedApplications::notify(SessionEvent event)
 {
     loop.post([this, event, token = std::weak_ptr(alive)] {
         if (!token.expired())
-            sessionObservers[static_cast<std::size_t>(event)].emit();
+            sessionObservers[static_cast<std::size_t>(event)].notify();
     });
 }
 

@@ -4,9 +4,9 @@
 #include "Platform/Simulated/ActionLog.h"
 #include "Platform/Simulated/DesktopRecords.h"
 #include "Platform/Simulated/Elements.h"
-#include "Platform/Simulated/Observers.h"
 #include "Platform/Simulated/VirtualLoop.h"
 #include "Ports/Applications.h"
+#include "Ports/ObserverList.h"
 
 #include <array>
 #include <functional>
@@ -143,8 +143,8 @@ private:
     std::unordered_map<Pid, ProcessNode> processes;
     std::uint64_t revisions = 0, raises = 0;
     bool announces = false;
-    std::array<Observers<>, 5> applicationObservers;
-    std::array<Observers<>, 6> sessionObservers;
+    std::array<platform::ObserverList<>, 5> applicationObservers;
+    std::array<platform::ObserverList<>, 6> sessionObservers;
     bool windowNoticePending = false;
     bool accessory = false, refusesAccessory = false;
     int dockQueryCount = 0;

@@ -48,13 +48,13 @@ void SimulatedEvents::press()
 {
     loop.post([list = std::weak_ptr(presses)] {
         if (const auto living = list.lock())
-            living->emit();
+            living->notify();
     });
 }
 
 void SimulatedEvents::move()
 {
-    loop.post([told = std::exchange(motions, std::make_shared<Observers<>>())] { told->emit(); });
+    loop.post([told = std::exchange(motions, std::make_shared<platform::ObserverList<>>())] { told->notify(); });
 }
 
 void SimulatedPanels::setTranslucencyAvailable(bool available)
@@ -62,7 +62,7 @@ void SimulatedPanels::setTranslucencyAvailable(bool available)
     translucent = available;
     loop.post([list = std::weak_ptr(observers)] {
         if (const auto present = list.lock())
-            present->emit();
+            present->notify();
     });
 }
 
@@ -76,7 +76,7 @@ void SimulatedScreens::set(std::vector<platform::Screen> list)
     screens = std::move(list);
     loop.post([list = std::weak_ptr(observers)] {
         if (const auto present = list.lock())
-            present->emit();
+            present->notify();
     });
 }
 
@@ -132,7 +132,7 @@ bool SimulatedHotKeys::press(std::uint32_t id)
         return false;
     loop.post([list = std::weak_ptr(handlers), id] {
         if (const auto present = list.lock())
-            present->emit(id);
+            present->notify(id);
     });
     return true;
 }

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "Platform/Simulated/ActionLog.h"
-#include "Platform/Simulated/Observers.h"
 #include "Platform/Simulated/SimulatedApplications.h"
 #include "Platform/Simulated/VirtualLoop.h"
 #include "Ports/Audio.h"
@@ -12,7 +11,10 @@
 #include "Ports/HotKeys.h"
 #include "Ports/Icons.h"
 #include "Ports/Launching.h"
+#include "Ports/LoginItem.h"
+#include "Ports/ObserverList.h"
 #include "Ports/Panels.h"
+#include "Ports/Pointer.h"
 #include "Ports/Screens.h"
 #include "Ports/WindowList.h"
 
@@ -61,7 +63,7 @@ private:
     VirtualLoop &loop;
     std::vector<platform::Screen> screens{{1, {0, 0, 1440, 900}, 1}};
     std::size_t mainIndex = 0;
-    std::shared_ptr<Observers<>> observers = std::make_shared<Observers<>>();
+    std::shared_ptr<platform::ObserverList<>> observers = std::make_shared<platform::ObserverList<>>();
 };
 
 class SimulatedPointer final : public platform::Pointer {
@@ -103,7 +105,8 @@ public:
 private:
     VirtualLoop &loop;
     bool tellsMotion = true;
-    std::shared_ptr<Observers<>> presses = std::make_shared<Observers<>>(), motions = std::make_shared<Observers<>>();
+    std::shared_ptr<platform::ObserverList<>> presses = std::make_shared<platform::ObserverList<>>(),
+                                              motions = std::make_shared<platform::ObserverList<>>();
 };
 
 class SimulatedPanels final : public platform::Panels {
@@ -150,7 +153,7 @@ public:
 private:
     VirtualLoop &loop;
     bool translucent = true;
-    std::shared_ptr<Observers<>> observers = std::make_shared<Observers<>>();
+    std::shared_ptr<platform::ObserverList<>> observers = std::make_shared<platform::ObserverList<>>();
 };
 
 class SimulatedHotKeys final : public platform::HotKeys {
@@ -170,7 +173,8 @@ private:
     VirtualLoop &loop;
     std::set<std::pair<std::uint32_t, std::uint32_t>> taken;
     std::shared_ptr<std::vector<platform::HotKey>> keys = std::make_shared<std::vector<platform::HotKey>>();
-    std::shared_ptr<Observers<std::uint32_t>> handlers = std::make_shared<Observers<std::uint32_t>>();
+    std::shared_ptr<platform::ObserverList<std::uint32_t>> handlers =
+        std::make_shared<platform::ObserverList<std::uint32_t>>();
 };
 
 class SimulatedLoginItem final : public platform::LoginItem {
@@ -259,7 +263,7 @@ public:
     // After a change from outside; the observers are told at the next turn.
     void announceChange()
     {
-        loop.post([told = observers] { told->emit(); });
+        loop.post([told = observers] { told->notify(); });
     }
 
     std::size_t observing() const { return observers->count(); }
@@ -270,7 +274,7 @@ public:
 
 private:
     VirtualLoop &loop;
-    std::shared_ptr<Observers<>> observers = std::make_shared<Observers<>>();
+    std::shared_ptr<platform::ObserverList<>> observers = std::make_shared<platform::ObserverList<>>();
 };
 
 class SimulatedBrightness final : public platform::Brightness {

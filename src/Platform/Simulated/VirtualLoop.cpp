@@ -62,7 +62,7 @@ platform::Seconds VirtualLoop::wallNow() const
 void VirtualLoop::setWallNow(Seconds sinceEpoch)
 {
     wallOffset = (sinceEpoch - monotonicNow()).count();
-    post([told = clockObservers] { told->emit(); });
+    post([told = clockObservers] { told->notify(); });
 }
 
 std::size_t VirtualLoop::pendingTimers() const

@@ -2,8 +2,8 @@
 // exactly where one large step does.
 #pragma once
 
-#include "Platform/Simulated/Observers.h"
 #include "Ports/MainLoop.h"
+#include "Ports/ObserverList.h"
 
 #include <cstdint>
 #include <deque>
@@ -67,7 +67,7 @@ private:
     bool fireNext(std::int64_t limit);
 
     std::shared_ptr<State> state;
-    std::shared_ptr<Observers<>> clockObservers = std::make_shared<Observers<>>();
+    std::shared_ptr<platform::ObserverList<>> clockObservers = std::make_shared<platform::ObserverList<>>();
     std::deque<std::function<void()>> posted;
     double wallOffset;
     bool hasTerminated = false, tellsOfTheClock = true;

@@ -4,7 +4,7 @@ namespace korvane::platform::x11 {
 namespace {
 
 // Dialogs of dialogs are rare; windows that name each other are a mistake that must not cost more than this.
-constexpr int longestChain = 8;
+constexpr int longestOwnerChain = 8;
 
 const WindowRecord *ownerOf(const WindowRecord &window, const FindWindow &find)
 {
@@ -25,13 +25,13 @@ bool isTask(const WindowRecord &window, const FindWindow &find, int chain)
 
 bool isTask(const WindowRecord &window, const FindWindow &find)
 {
-    return isTask(window, find, longestChain);
+    return isTask(window, find, longestOwnerChain);
 }
 
 const WindowRecord *taskFor(WindowId id, const FindWindow &find)
 {
     const WindowRecord *window = find(id);
-    for (int chain = longestChain; window && chain >= 0; --chain) {
+    for (int chain = longestOwnerChain; window && chain >= 0; --chain) {
         if (isTask(*window, find))
             return window;
         window = ownerOf(*window, find);

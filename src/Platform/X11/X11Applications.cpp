@@ -15,7 +15,7 @@ using x11::WindowRecord;
 X11Applications::X11Applications(x11::Connection &server, x11::PropertyMirror &windows, x11::ApplicationTable &all,
                                  x11::WindowActions &windowActions, IconLoader iconLoader, MainLoop &loop)
     : connection(server), mirror(windows), table(all), actions(windowActions), loadIcon(std::move(iconLoader)),
-      delivery(loop, [this](ApplicationEvent event) { applicationObservers[event].call(); })
+      delivery(loop, [this](ApplicationEvent event) { applicationObservers[event].notify(); })
 {
     mirror.observe([this](const x11::MirrorChanges &changes) {
         if (const auto event = table.apply(changes))
@@ -154,7 +154,7 @@ Subscription X11Applications::observe(SessionEvent event, std::function<void()> 
 
 void X11Applications::announce(SessionEvent event)
 {
-    sessionObservers[event].call();
+    sessionObservers[event].notify();
 }
 
 }  // namespace korvane::platform

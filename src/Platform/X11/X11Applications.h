@@ -2,10 +2,10 @@
 #pragma once
 
 #include "Platform/X11/ApplicationTable.h"
-#include "Platform/X11/Callbacks.h"
 #include "Platform/X11/ChangeDelivery.h"
 #include "Platform/X11/WindowActions.h"
 #include "Ports/Applications.h"
+#include "Ports/ObserverList.h"
 
 #include <array>
 #include <map>
@@ -49,8 +49,8 @@ private:
     x11::ApplicationTable &table;
     x11::WindowActions &actions;
     IconLoader loadIcon;
-    std::map<ApplicationEvent, x11::Callbacks<>> applicationObservers;
-    std::map<SessionEvent, x11::Callbacks<>> sessionObservers;
+    std::map<ApplicationEvent, ObserverList<>> applicationObservers;
+    std::map<SessionEvent, ObserverList<>> sessionObservers;
     x11::ChangeDelivery delivery;
 };
 

@@ -1,16 +1,13 @@
 #include "Platform/X11/X11Events.h"
 
 #include "Platform/X11/Reply.h"
+#include "Ports/ObserverList.h"
 
-#include <algorithm>
 #include <utility>
-#include <vector>
 #include <xcb/xinput.h>
 
 namespace korvane::platform {
 namespace {
-
-using Callback = std::shared_ptr<std::function<void()>>;
 
 // From this version on raw events come also while another program has grabbed the pointer.
 constexpr std::uint16_t majorVersion = 2, minorVersion = 2;
@@ -19,17 +16,20 @@ constexpr std::uint16_t majorVersion = 2, minorVersion = 2;
 
 // Outlives the subscriptions, which may outlive the events.
 struct X11Events::Observers {
+    explicit Observers(x11::Connection *server) : connection(server) {}
+
     x11::Connection *connection;  // null once the events are gone
-    std::vector<Callback> presses, motions;
+    ObserverList<> presses;
+    std::shared_ptr<ObserverList<>> motions = std::make_shared<ObserverList<>>();  // of the next one
     std::uint32_t selected = 0;
 
     // Asks the server for what somebody waits for and for no more, so that a moving pointer wakes nobody in vain.
     void select()
     {
         std::uint32_t wanted = 0;
-        if (!presses.empty())
+        if (presses.count() > 0)
             wanted |= XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS;
-        if (!motions.empty())
+        if (motions->count() > 0)
             wanted |= XCB_INPUT_XI_EVENT_MASK_RAW_MOTION;
         if (!connection || wanted == selected)
             return;
@@ -45,23 +45,21 @@ struct X11Events::Observers {
 
 class X11Events::Observation final : public SubscriptionBase {
 public:
-    Observation(std::shared_ptr<Observers> list, Callback mine) : observers(std::move(list)), callback(std::move(mine))
+    Observation(std::shared_ptr<Observers> list, Subscription inList)
+        : observers(std::move(list)), subscription(std::move(inList))
     {}
     ~Observation() override
     {
-        *callback = nullptr;
-        std::erase(observers->presses, callback);
-        std::erase(observers->motions, callback);
+        subscription.reset();
         observers->select();
     }
 
 private:
     std::shared_ptr<Observers> observers;
-    Callback callback;
+    Subscription subscription;
 };
 
-X11Events::X11Events(x11::Connection &server)
-    : connection(server), observers(std::make_shared<Observers>(Observers{&server, {}, {}, 0}))
+X11Events::X11Events(x11::Connection &server) : connection(server), observers(std::make_shared<Observers>(&server))
 {
     const auto *data = xcb_get_extension_data(connection, &xcb_input_id);
     if (data && data->present) {
@@ -83,20 +81,18 @@ X11Events::~X11Events()
 
 Subscription X11Events::observePresses(std::function<void()> callback)
 {
-    auto shared = std::make_shared<std::function<void()>>(std::move(callback));
-    observers->presses.push_back(shared);
+    auto subscription = observers->presses.add(std::move(callback));
     observers->select();
-    return std::make_unique<Observation>(observers, std::move(shared));
+    return std::make_unique<Observation>(observers, std::move(subscription));
 }
 
 Subscription X11Events::nextMotion(std::function<void()> callback)
 {
     if (extension == 0)
         return nullptr;
-    auto shared = std::make_shared<std::function<void()>>(std::move(callback));
-    observers->motions.push_back(shared);
+    auto subscription = observers->motions->add(std::move(callback));
     observers->select();
-    return std::make_unique<Observation>(observers, std::move(shared));
+    return std::make_unique<Observation>(observers, std::move(subscription));
 }
 
 void X11Events::handle(const xcb_generic_event_t &event)
@@ -106,16 +102,12 @@ void X11Events::handle(const xcb_generic_event_t &event)
     const auto &generic = reinterpret_cast<const xcb_ge_generic_event_t &>(event);
     if (generic.extension != extension)
         return;
-    std::vector<Callback> told;
+    const auto list = observers;  // those who are told may end these events
     if (generic.event_type == XCB_INPUT_RAW_BUTTON_PRESS)
-        told = observers->presses;
+        list->presses.notify();
     else if (generic.event_type == XCB_INPUT_RAW_MOTION)
-        told = std::exchange(observers->motions, {});
-    // A copy is called, for one that ends its own subscription meanwhile.
-    for (const Callback &callback : told)
-        if (const std::function<void()> call = *callback)
-            call();
-    observers->select();
+        std::exchange(list->motions, std::make_shared<ObserverList<>>())->notify();
+    list->select();
 }
 
 }  // namespace korvane::platform

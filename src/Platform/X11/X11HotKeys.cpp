@@ -9,7 +9,6 @@
 namespace korvane::platform {
 namespace {
 
-constexpr std::uint32_t escapeKeyCode = 53, controlModifier = 4096, shiftModifier = 512;
 constexpr xcb_keysym_t escapeSymbol = 0xff1b, numLockSymbol = 0xff7f;
 constexpr std::uint16_t matteringModifiers =
     XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1 | XCB_MOD_MASK_4;
@@ -19,8 +18,8 @@ constexpr Seconds releaseInterval{0.02};
 
 std::uint16_t modifiersOf(const HotKey &key)
 {
-    return static_cast<std::uint16_t>((key.modifiers & controlModifier ? XCB_MOD_MASK_CONTROL : 0)
-                                      | (key.modifiers & shiftModifier ? XCB_MOD_MASK_SHIFT : 0));
+    return static_cast<std::uint16_t>((key.modifiers & HotKey::control ? XCB_MOD_MASK_CONTROL : 0)
+                                      | (key.modifiers & HotKey::shift ? XCB_MOD_MASK_SHIFT : 0));
 }
 
 struct SymbolsFreed {
@@ -71,7 +70,7 @@ struct X11HotKeys::State {
     void grab(Grab &one)
     {
         one.codes.clear();
-        if (one.key.keyCode != escapeKeyCode)
+        if (one.key.keyCode != HotKey::escape)
             return;
         const x11::Reply<xcb_keycode_t> codes{xcb_key_symbols_get_keycode(symbols.get(), escapeSymbol)};
         for (const xcb_keycode_t *code = codes.get(); code && *code != XCB_NO_SYMBOL; ++code)

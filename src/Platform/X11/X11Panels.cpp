@@ -151,7 +151,7 @@ void X11Panels::handle(const xcb_generic_event_t &event)
     compositor = change.subtype == XCB_XFIXES_SELECTION_EVENT_SET_SELECTION_OWNER ? change.owner
                                                                                   : static_cast<xcb_window_t>(XCB_NONE);
     if (before != translucencyAvailable())
-        observers.call();
+        observers.notify();
 }
 
 }  // namespace korvane::platform

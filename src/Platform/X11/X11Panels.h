@@ -1,10 +1,10 @@
 // Panels by the properties that window managers know, and whether a compositor lets the desktop be seen through them.
 #pragma once
 
-#include "Platform/X11/Callbacks.h"
 #include "Platform/X11/Connection.h"
 #include "Platform/X11/WindowRecord.h"
 #include "Platform/X11/X11Screens.h"
+#include "Ports/ObserverList.h"
 #include "Ports/Panels.h"
 
 #include <map>
@@ -47,7 +47,7 @@ private:
     std::map<NativeView, Shown> shown;
     xcb_atom_t compositorSelection;
     xcb_window_t compositor = XCB_NONE;
-    x11::Callbacks<> observers;
+    ObserverList<> observers;
 };
 
 }  // namespace korvane::platform

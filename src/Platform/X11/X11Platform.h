@@ -9,6 +9,7 @@
 #include "Ports/HotKeys.h"
 #include "Ports/MainLoop.h"
 #include "Ports/Panels.h"
+#include "Ports/Pointer.h"
 #include "Ports/Screens.h"
 #include "Ports/WindowList.h"
 

@@ -1,9 +1,10 @@
 // The monitors as screens, and the pointer.
 #pragma once
 
-#include "Platform/X11/Callbacks.h"
 #include "Platform/X11/MonitorList.h"
 #include "Platform/X11/PropertyMirror.h"
+#include "Ports/ObserverList.h"
+#include "Ports/Pointer.h"
 #include "Ports/Screens.h"
 
 namespace korvane::platform {
@@ -41,7 +42,7 @@ private:
     MainLoop &loop;
     double scale;
     std::vector<x11::Monitor> monitors;
-    x11::Callbacks<> observers;
+    ObserverList<> observers;
     Subscription rest;
 };
 

@@ -83,7 +83,7 @@ TaskbarGeometry taskbarGeometry(const TaskbarGeometryInput &input)
     TaskbarGeometry geometry;
     geometry.mainRow = {0, input.viewSize.height() - Metrics::barHeight, input.viewSize.width(), Metrics::barHeight};
     geometry.places.resize(layout.entries.size());
-    placeControls(geometry, settings.mediaSliderDisplay == "Taskbar");
+    placeControls(geometry, settings.mediaSliderDisplay == MediaSliderDisplay::taskbar);
     placeMainTabs(geometry, layout);
 
     // Each card shows at least a point above what lies over it.

@@ -173,8 +173,9 @@ void TaskbarView::arrangeRows()
     for (std::size_t i = 0; i < cards.size(); ++i) {
         cards[i]->setLook(ground);
         cards[i]->setLocked(ownBar.overflowReturnLock().overflowReturnLocked());
-        cards[i]->arrange(places.cards[i],
-                          settings.mediaSliderDisplay == "Overflow" ? 2 * Metrics::trayButtonWidth : 0);
+        cards[i]->arrange(places.cards[i], settings.mediaSliderDisplay == MediaSliderDisplay::overflow
+                                               ? 2 * Metrics::trayButtonWidth
+                                               : 0);
     }
 
     const bool down =
@@ -211,8 +212,9 @@ void TaskbarView::arrangeControls()
     clock->setRefreshSeconds(model.settings().taskbarRefreshSeconds);
     clock->setPaused(ownBar.armedResizeID().has_value());
 
-    const std::string &display = model.settings().mediaSliderDisplay;
-    const bool onCard = display == "Overflow" && !cards.empty(), onBar = display == "Taskbar";
+    const Choice<MediaSliderDisplay> &display = model.settings().mediaSliderDisplay;
+    const bool onCard = display == MediaSliderDisplay::overflow && !cards.empty(),
+               onBar = display == MediaSliderDisplay::taskbar;
     if (!onCard && !onBar) {
         // Nobody is to be asked for levels that nobody sees.
         for (QWidget *control : {static_cast<QWidget *>(brightness), static_cast<QWidget *>(volume)})

@@ -2,14 +2,11 @@
 
 #include "Views/Kit/ContextMenu.h"
 #include "Views/Kit/Metrics.h"
-#include "Views/Kit/TitleText.h"
 
 #include <QContextMenuEvent>
-#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QPainter>
-#include <QToolTip>
 
 namespace korvane {
 
@@ -17,7 +14,6 @@ ListButton::ListButton(QWidget *parent) : QAbstractButton(parent)
 {
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_Hover);
-    setAttribute(Qt::WA_AlwaysShowToolTips);
     setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
 }
 
@@ -27,15 +23,6 @@ void ListButton::setHighlighted(bool highlighted)
         return;
     isHighlighted = highlighted;
     update();
-}
-
-bool ListButton::event(QEvent *event)
-{
-    if (event->type() == QEvent::ToolTip) {
-        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), plainToolTip(toolTip()), this);
-        return true;
-    }
-    return QAbstractButton::event(event);
 }
 
 void ListButton::openMenu(const QPoint &place)

@@ -26,7 +26,6 @@ protected:
     virtual Menu contextMenu() const { return {}; }
     virtual void paintContent(QPainter &painter) = 0;
 
-    bool event(QEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void paintEvent(QPaintEvent *event) override;

@@ -1,12 +1,15 @@
-// Every size, radius, opacity and colour that is drawn, once and by name. Points; opacities from 0 to 1.
+// Every size, radius, opacity and colour that is drawn, once and by name. Those that the rules of the layout reckon
+// with are taken from there. Points; opacities from 0 to 1.
 #pragma once
+
+#include "Models/Bar/LayoutMetrics.h"
 
 #include <QColor>
 
 namespace korvane::Metrics {
 
 // The bar
-inline constexpr int barHeight = 34;
+using LayoutMetrics::barHeight;
 inline constexpr double gradientTopOpacity = 0.30;
 inline constexpr double gradientBottomOpacity = 0.54;
 inline constexpr QColor material(46, 49, 56, 235);  // under the gradient, where the desktop can shine through
@@ -68,8 +71,8 @@ inline constexpr double gripOpacity = 0.95;
 inline constexpr int cardRadius = 8;
 inline constexpr double cardStrokeWidth = 0.5;
 inline const QColor cardStroke = QColor::fromRgbF(0.025F, 0.028F, 0.035F, 0.2F);
-inline constexpr int cardPadding = 5;
-inline constexpr int endCapWidth = 18;
+using LayoutMetrics::cardPadding;
+using LayoutMetrics::endCapWidth;
 inline constexpr int endCapHeight = 28;
 inline constexpr double endCapRadius = 2;
 inline constexpr double endCapFill = 0.1;
@@ -79,10 +82,10 @@ inline constexpr double endCapTextOpacity = 0.32;
 
 // A task's button
 inline constexpr int buttonHeight = 28;
-inline constexpr int buttonSpacing = 4;  // between two buttons
-inline constexpr int buttonPadding = 7;
-inline constexpr int iconTextSpacing = 7;
-inline constexpr int buttonIconSize = 25;
+using LayoutMetrics::buttonIconSize;
+using LayoutMetrics::buttonPadding;
+using LayoutMetrics::buttonSpacing;
+using LayoutMetrics::iconTextSpacing;
 inline constexpr int buttonFontSize = 12;
 inline constexpr int buttonRadius = 4;
 inline constexpr double stripHeight = 2;

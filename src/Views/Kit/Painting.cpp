@@ -1,7 +1,6 @@
 #include "Views/Kit/Painting.h"
 
-#include "Toolkit/QtImages.h"
-#include "Toolkit/Symbols.h"
+#include "Toolkit/Images.h"
 #include "Views/Kit/Metrics.h"
 #include "Views/Kit/TitleText.h"
 
@@ -196,19 +195,6 @@ void paintStrip(QPainter &painter, const QRectF &rectangle, const QColor &color)
     painter.setBrush(color);
     painter.drawRoundedRect(rectangle, rectangle.height() / 2, rectangle.height() / 2);
     painter.restore();
-}
-
-QPixmap symbolPixmap(const QString &name, double size, double devicePixelRatio)
-{
-    const int side = static_cast<int>(std::ceil(size * devicePixelRatio));
-    const QString key = QStringLiteral("korvane %1 %2 %3").arg(name).arg(side).arg(devicePixelRatio);
-    QPixmap pixmap;
-    if (!QPixmapCache::find(key, &pixmap)) {
-        pixmap = QPixmap::fromImage(platform::symbolImage(name.toStdString(), side, Qt::white));
-        pixmap.setDevicePixelRatio(devicePixelRatio);
-        QPixmapCache::insert(key, pixmap);
-    }
-    return pixmap;
 }
 
 void paintIcon(QPainter &painter, const QRectF &square, const platform::ImagePtr &icon, const std::string &glyph,

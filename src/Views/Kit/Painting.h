@@ -31,8 +31,6 @@ void paintRoundedFill(QPainter &painter, const QRect &rectangle, int radius, con
 // A capsule.
 void paintStrip(QPainter &painter, const QRectF &rectangle, const QColor &color);
 
-// One of the symbols in white, in a square of that many points; it is made once and kept for a while.
-QPixmap symbolPixmap(const QString &name, double size, double devicePixelRatio);
 // A group's icon: its glyph as text, or else its picture.
 class IconPixmaps;
 void paintIcon(QPainter &painter, const QRectF &square, const platform::ImagePtr &icon, const std::string &glyph,

@@ -21,7 +21,6 @@ Popover::Popover(platform::Platform &system, QWidget &owner)
 {
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_TranslucentBackground);
-    setAttribute(Qt::WA_AlwaysShowToolTips);
     // What the anchor draws with is not meant for its popover.
     setFont(systemFont(Metrics::popoverFontSize));
 }

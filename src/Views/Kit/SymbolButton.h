@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QAbstractButton>
-#include <QPixmap>
 #include <QString>
 
 namespace korvane {
@@ -39,15 +38,11 @@ Q_SIGNALS:
 protected:
     void enterEvent(QEnterEvent *event) override;
     void leaveEvent(QEvent *event) override;
-    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    const QPixmap &symbolPixmap();
-
     QSize fixedSize;
     Look look;
-    QPixmap pixmap;  // of the symbol, in device pixels; made when first drawn
 };
 
 }  // namespace korvane

@@ -2,9 +2,6 @@
 
 #include "Views/Kit/Metrics.h"
 
-#include <QTextDocument>
-#include <Qt>
-
 namespace korvane {
 namespace {
 
@@ -28,11 +25,6 @@ QString displayText(std::string_view text)
             || character == QChar::ParagraphSeparator)
             character = u' ';
     return shown;
-}
-
-QString plainToolTip(const QString &text)
-{
-    return Qt::mightBeRichText(text) ? QStringLiteral("<span>%1</span>").arg(text.toHtmlEscaped()) : text;
 }
 
 double TextMeasurer::width(std::string_view text)

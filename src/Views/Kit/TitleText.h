@@ -12,8 +12,6 @@ namespace korvane {
 // Cut to a length that can be shaped, without control characters or line ends. Invalid UTF-8 becomes replacement
 // characters.
 QString displayText(std::string_view text);
-// For a tool tip: a text that looks like markup is shown as it stands.
-QString plainToolTip(const QString &text);
 
 // Measures each text once.
 class TextMeasurer {

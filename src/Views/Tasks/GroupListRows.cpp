@@ -1,6 +1,7 @@
 #include "Views/Tasks/GroupListRows.h"
 
 #include "Views/Kit/Metrics.h"
+#include "Views/Kit/SymbolPainting.h"
 #include "Views/Kit/TitleText.h"
 #include "Views/Tasks/CloseGlyph.h"
 #include "Views/Tasks/TaskCommands.h"
@@ -114,10 +115,10 @@ void GroupListHeader::paintContent(QPainter &painter)
     if (!field)
         drawTitle(painter, textRectangle(), title, listFont(true));
     painter.setOpacity(Metrics::secondaryOpacity);
-    painter.drawPixmap(
-        QPointF(width() - Metrics::rowPadding - Metrics::headerChevronSize,
-                Metrics::headerTopPadding + (Metrics::headerIconSize - Metrics::headerChevronSize) / 2),
-        symbolPixmap(QStringLiteral("chevron.up.bold"), Metrics::headerChevronSize, devicePixelRatioF()));
+    const double size = Metrics::headerChevronSize;
+    paintSymbol(painter, QStringLiteral("chevron.up.bold"),
+                {width() - Metrics::rowPadding - size, Metrics::headerTopPadding + (Metrics::headerIconSize - size) / 2,
+                 size, size});
 }
 
 // ---------------------------------------------------------------------------------------------------- windows
@@ -221,8 +222,8 @@ QSize HideAllRow::sizeHint() const
 void HideAllRow::paintContent(QPainter &painter)
 {
     const double size = Metrics::hideAllRowSymbolSize;
-    painter.drawPixmap(QPointF(Metrics::rowPadding, std::round((height() - size) / 2)),
-                       symbolPixmap(QStringLiteral("arrow.down"), size, devicePixelRatioF()));
+    paintSymbol(painter, QStringLiteral("arrow.down"),
+                {static_cast<double>(Metrics::rowPadding), (height() - size) / 2, size, size});
     const int left = Metrics::rowPadding + static_cast<int>(size) + Metrics::rowSpacing;
     drawTitle(painter, {left, 0, width() - left - Metrics::rowPadding, height()}, text(), listFont());
 }

@@ -31,7 +31,7 @@ TaskButton::Drag RunningAppButton::drag() const
     return {item.id, {item.id}};
 }
 
-void RunningAppButton::closeGlyphPressed()
+void RunningAppButton::closeEntry()
 {
     TaskCommands::close(host, RunningAppItem(item));
 }

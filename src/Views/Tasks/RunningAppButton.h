@@ -17,7 +17,7 @@ public:
 protected:
     Menu contextMenu() const override;
     Drag drag() const override;
-    void closeGlyphPressed() override;
+    void closeEntry() override;
 
 private:
     RunningAppItem item;

@@ -47,7 +47,7 @@ TaskButton::Drag RunningAppGroupButton::drag() const
     return carried;
 }
 
-void RunningAppGroupButton::closeGlyphPressed()
+void RunningAppGroupButton::closeEntry()
 {
     TaskCommands::close(host, RunningAppGroup(group));
 }

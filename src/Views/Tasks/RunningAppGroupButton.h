@@ -28,7 +28,7 @@ public:
 protected:
     Menu contextMenu() const override;
     Drag drag() const override;
-    void closeGlyphPressed() override;
+    void closeEntry() override;
 
 private:
     void pressed();

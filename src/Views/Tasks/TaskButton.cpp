@@ -2,16 +2,17 @@
 
 #include "Views/Kit/ContextMenu.h"
 #include "Views/Kit/Metrics.h"
+#include "Views/Kit/SymbolPainting.h"
 #include "Views/Kit/TitleText.h"
+#include "Views/Kit/ToolTip.h"
 #include "Views/Tasks/AccessibleTask.h"
 #include "Views/Tasks/CloseGlyph.h"
 #include "Views/Tasks/RunningAppButton.h"
 #include "Views/Tasks/RunningAppGroupButton.h"
 
-#include <QHelpEvent>
+#include <QContextMenuEvent>
 #include <QMenu>
 #include <QPainter>
-#include <QToolTip>
 
 namespace korvane {
 
@@ -20,7 +21,6 @@ TaskButton::TaskButton(const TaskButtonHost &buttonHost, QWidget *parent) : QAbs
     installTaskbarAccessibility();
     setFocusPolicy(Qt::NoFocus);
     setFont(systemFont(Metrics::buttonFontSize));
-    setAttribute(Qt::WA_AlwaysShowToolTips);
 }
 
 void TaskButton::setLook(TaskButtonLook newLook)
@@ -33,7 +33,7 @@ void TaskButton::setLook(TaskButtonLook newLook)
         setAccessibleName(shownText);
     }
     if (look.toolTip != newLook.toolTip)
-        setToolTip(displayText(newLook.toolTip));
+        setPlainToolTip(*this, displayText(newLook.toolTip));
     if (look.chevron != newLook.chevron)
         elidedIsValid = false;
     if (newLook.closeGlyph && !closeGlyph) {
@@ -42,7 +42,7 @@ void TaskButton::setLook(TaskButtonLook newLook)
         closeGlyph->show();
         // At the next turn: a question may follow, and the button may go while it is being asked.
         connect(
-            closeGlyph, &QAbstractButton::clicked, this, [this] { closeGlyphPressed(); }, Qt::QueuedConnection);
+            closeGlyph, &QAbstractButton::clicked, this, [this] { closeEntry(); }, Qt::QueuedConnection);
     } else if (!newLook.closeGlyph) {
         delete std::exchange(closeGlyph, nullptr);
     }
@@ -56,17 +56,6 @@ QSize TaskButton::sizeHint() const
 }
 
 // ---------------------------------------------------------------------------------------------------- input
-
-bool TaskButton::event(QEvent *event)
-{
-    if (event->type() == QEvent::ToolTip) {
-        // Titles come from strangers and are never read as markup.
-        const auto *help = static_cast<QHelpEvent *>(event);
-        QToolTip::showText(help->globalPos(), plainToolTip(toolTip()), this);
-        return true;
-    }
-    return QAbstractButton::event(event);
-}
 
 void TaskButton::contextMenuEvent(QContextMenuEvent *event)
 {
@@ -143,12 +132,10 @@ const QStaticText &TaskButton::elidedText()
 // Right behind the text, wherever that ends.
 void TaskButton::paintChevron(QPainter &painter, const QRectF &text)
 {
-    const double ratio = devicePixelRatioF();
     const double x = text.left() + std::min(elidedWidth, text.width()) + Metrics::iconTextSpacing;
     const double y = (height() - Metrics::chevronSize) / 2;
     painter.setOpacity(Metrics::chevronOpacity);
-    painter.drawPixmap(QPointF(std::round(x * ratio) / ratio, std::round(y * ratio) / ratio),
-                       symbolPixmap(QStringLiteral("chevron.up.bold"), Metrics::chevronSize, ratio));
+    paintSymbol(painter, QStringLiteral("chevron.up.bold"), {x, y, Metrics::chevronSize, Metrics::chevronSize});
     painter.setOpacity(1);
 }
 

@@ -40,11 +40,11 @@ protected:
 
     virtual Menu contextMenu() const = 0;
     virtual Drag drag() const = 0;
-    virtual void closeGlyphPressed() = 0;
+    // Closes the window, or what a group asks for in its place.
+    virtual void closeEntry() = 0;
 
     void setLook(TaskButtonLook look);
 
-    bool event(QEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;

@@ -13,10 +13,9 @@ std::optional<Strip> drawn(const std::optional<StripChoice> &choice, const Setti
 {
     if (!choice)
         return std::nullopt;
-    const bool active = *choice == StripRules::activeStrip;
-    const auto &name = active ? settings.activeWindowStripColor : settings.lastWindowStripColor;
-    const Rgb fallback = active ? TabColors::activeStripFallback : TabColors::lastStripFallback;
-    return Strip{TabColors::storedTabColor(name).value_or(fallback), choice->opacity};
+    const Rgb fallback =
+        *choice == StripRules::activeStrip ? TabColors::activeStripFallback : TabColors::lastStripFallback;
+    return Strip{TabColors::storedTabColor(settings.*choice->colorSetting).value_or(fallback), choice->opacity};
 }
 
 // A coloured button does not show the active highlight; its strip alone tells.

@@ -25,8 +25,8 @@ struct TaskButtonLook {
     std::optional<Rgb> color;  // absent: white
     std::optional<Strip> strip;
     bool stripAtTop = false;
-    std::string markStyle;  // of the notification mark; empty for none
-    bool chevron = false;   // it opens a list
+    Choice<NotificationBadgeStyle> markStyle = NotificationBadgeStyle::none;  // of the notification mark
+    bool chevron = false;                                                     // it opens a list
     bool closeGlyph = false;
     friend bool operator==(const TaskButtonLook &, const TaskButtonLook &) = default;
 };

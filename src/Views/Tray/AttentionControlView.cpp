@@ -17,11 +17,12 @@
 namespace korvane {
 namespace {
 
-constexpr platform::Seconds restTime{1.2};
+constexpr platform::Seconds hoverTime{1.2};
 
 class AttentionRow final : public ListButton {
 public:
-    AttentionRow(ViewServices &viewServices, const AttentionAppItem &shown, std::string style, QWidget *parent)
+    AttentionRow(ViewServices &viewServices, const AttentionAppItem &shown, Choice<NotificationBadgeStyle> style,
+                 QWidget *parent)
         : ListButton(parent), services(viewServices), item(shown), name(displayText(shown.name)),
           markStyle(std::move(style))
     {
@@ -67,7 +68,7 @@ private:
     ViewServices &services;
     AttentionAppItem item;
     QString name;
-    std::string markStyle;
+    Choice<NotificationBadgeStyle> markStyle;
 };
 
 QLabel *label(const QString &text, bool heading, QWidget *parent)
@@ -87,7 +88,7 @@ AttentionControlView::AttentionControlView(AppModel &appModel, ViewServices &vie
                                            bool isCompact, QWidget *parent)
     : SymbolButton({Metrics::trayButtonWidth, isCompact ? Metrics::smallButtonHeight : Metrics::buttonHeight}, parent),
       model(appModel), services(viewServices), platform(system), compact(isCompact),
-      hover(system.loop, restTime, [this](bool showing) { showList(showing); })
+      hover(system.loop, hoverTime, [this](bool showing) { showList(showing); })
 {
     connect(this, &SymbolButton::hoverChanged, this, [this](bool hovered) { hover.hover(hovered); });
     connect(this, &QAbstractButton::clicked, this, [this] {

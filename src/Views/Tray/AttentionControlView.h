@@ -41,7 +41,7 @@ private:
     bool compact;
     HoverList hover;
     bool clicked = false;  // opened by a click, which gives it the keys
-    std::string markStyle;
+    Choice<NotificationBadgeStyle> markStyle = NotificationBadgeStyle::none;
     std::vector<AttentionAppItem> listed;
     QPointer<Popover> popover;
     QVBoxLayout *column = nullptr;

@@ -3,13 +3,11 @@
 #include "Models/Tray/Tray.h"
 #include "Views/Kit/Metrics.h"
 #include "Views/Kit/Painting.h"
-#include "Views/Kit/TitleText.h"
+#include "Views/Kit/ToolTip.h"
 
 #include <QDateTime>
-#include <QHelpEvent>
 #include <QLocale>
 #include <QPainter>
-#include <QToolTip>
 #include <cmath>
 
 namespace korvane {
@@ -22,9 +20,8 @@ constexpr double secondsOfAMinute = 60;
 ClockLine::ClockLine(const QString &tip, QWidget *parent) : QAbstractButton(parent)
 {
     setFocusPolicy(Qt::NoFocus);
-    setAttribute(Qt::WA_AlwaysShowToolTips);
     setFont(systemFont(Metrics::clockFontSize));
-    setToolTip(tip);
+    setPlainToolTip(*this, tip);
     setAccessibleDescription(tip);
 }
 
@@ -35,15 +32,6 @@ void ClockLine::setLine(const QString &line)
     setText(line);
     setAccessibleName(line);
     update();
-}
-
-bool ClockLine::event(QEvent *event)
-{
-    if (event->type() == QEvent::ToolTip) {
-        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), plainToolTip(toolTip()), this);
-        return true;
-    }
-    return QAbstractButton::event(event);
 }
 
 void ClockLine::paintEvent(QPaintEvent *)

@@ -18,7 +18,6 @@ public:
     void setLine(const QString &line);
 
 protected:
-    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 };
 

@@ -1,10 +1,10 @@
 #include "Views/Tray/LevelControlView.h"
 
 #include "Models/Tray/SystemLevels.h"
-#include "Toolkit/Symbols.h"
 #include "Views/Kit/Metrics.h"
 #include "Views/Kit/Painting.h"
 #include "Views/Kit/Popover.h"
+#include "Views/Kit/SymbolPainting.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -26,7 +26,7 @@ constexpr double notch = 120;
 LevelControlView::LevelControlView(platform::Platform &system, LevelControlActions actions, const Style &controlStyle,
                                    QWidget *parent)
     : SymbolButton(buttonSize, parent), platform(system), style(controlStyle),
-      level(system.loop, {actions.current, actions.set, actions.scrollRate, [this] { update(); }})
+      level(system.loop, {actions.current, actions.set, actions.scrollRate, [this] { showLevel(); }})
 {
     setTip(style.tip);
     connect(this, &QAbstractButton::clicked, this, [this] {
@@ -34,7 +34,7 @@ LevelControlView::LevelControlView(platform::Platform &system, LevelControlActio
         level.click();
         clicked = false;
     });
-    update();
+    showLevel();
 }
 
 // The popover tells of its end, and must find this whole.
@@ -98,7 +98,7 @@ void LevelControlView::makePopover()
     connect(popover, &Popover::closed, this, [this] { level.dismissed(); });
 }
 
-void LevelControlView::update()
+void LevelControlView::showLevel()
 {
     const QString symbol = QString::fromLatin1(style.symbol(level.level()).data());
     setLook({.symbol = symbol, .text = {}, .size = style.size, .opacity = 1, .stretchY = style.stretchY});
@@ -126,10 +126,7 @@ void LevelControlView::showPicture(const QString &symbol)
     if (pictured == symbol && picture->pixmap(Qt::ReturnByValue).devicePixelRatio() == ratio)
         return;
     pictured = symbol;
-    QPixmap drawn = QPixmap::fromImage(platform::symbolImage(
-        symbol.toStdString(), static_cast<int>(std::ceil(Metrics::sliderSymbolSize * ratio)), Qt::white));
-    drawn.setDevicePixelRatio(ratio);
-    picture->setPixmap(drawn);
+    picture->setPixmap(symbolPixmap(symbol, Metrics::sliderSymbolSize, ratio));
 }
 
 BrightnessControlView::BrightnessControlView(AppModel &model, platform::Platform &system, QWidget *parent)

@@ -42,7 +42,7 @@ protected:
     void hideEvent(QHideEvent *event) override;
 
 private:
-    void update();
+    void showLevel();
     void makePopover();
     void showPicture(const QString &symbol);
 

@@ -70,7 +70,7 @@ TEST_F(Closing, AGroupsWindowWithoutAButtonIsGoneForAMomentAndComesBack)
 
 TEST_F(Closing, AGroupThatIsNotCustomIsNotDissolved)
 {
-    auto published = countPublished("modelChanged");
+    auto published = countPublished(ModelProperty::modelChanged);
     model->closeAndRemoveCustomGroup(groupOf(1));
     advance(1);
     EXPECT_EQ(model->runningApps().size(), 3U);

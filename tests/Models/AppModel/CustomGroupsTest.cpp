@@ -77,10 +77,10 @@ TEST_F(CustomGroups, InModeNeverNoWindowReturnsToItsParentGroup)
 {
     model->setTaskPosition(idOf(1, 1), true);
     ASSERT_TRUE(model->settings().forcedUngroupedWindows.contains(idOf(1, 1)));
-    model->set(&V::groupingMode, "never");
+    model->set(&V::groupingMode, GroupingMode::never);
     model->returnToParentGroup(task(idOf(1, 1)));
     EXPECT_TRUE(model->settings().forcedUngroupedWindows.contains(idOf(1, 1)));
-    model->set(&V::groupingMode, "always");
+    model->set(&V::groupingMode, GroupingMode::always);
     model->returnToParentGroup(task(idOf(1, 1)));
     EXPECT_FALSE(model->settings().forcedUngroupedWindows.contains(idOf(1, 1)));
 }

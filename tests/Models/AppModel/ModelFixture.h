@@ -84,16 +84,15 @@ protected:
     // Counts the assignments of a property from now on.
     struct Count {
         int value = 0;
-        Connection connection;
+        platform::Subscription observation;
     };
-    std::unique_ptr<Count> countPublished(std::string_view property)
+    std::unique_ptr<Count> countPublished(Property property)
     {
         auto count = std::make_unique<Count>();
-        count->connection =
-            model->published.connect([wanted = std::string(property), counted = count.get()](auto name) {
-                if (name == wanted)
-                    ++counted->value;
-            });
+        count->observation = model->published.add([property, counted = count.get()](Property published) {
+            if (published == property)
+                ++counted->value;
+        });
         return count;
     }
     // The names of the actions asked of the desktop since the last call.

@@ -80,7 +80,7 @@ TEST_F(Refresh, BeforeTheFirstListAnyRefreshEmptiesTheList)
 TEST_F(Refresh, AChangeOfWindowOrderAloneIsNotSeenByTheTimer)
 {
     start();
-    auto published = countPublished("runningApps");
+    auto published = countPublished(ModelProperty::runningApps);
     platform::simulated::Process swapped;
     swapped.application = *desktop.applications.find(1);
     swapped.windows = {window(hashOf(1, 1), "Mail 2"), window(hashOf(1, 0), "Mail 1")};
@@ -109,7 +109,7 @@ TEST_F(Refresh, BadgesThatNobodyWantsAreNotLookedFor)
 {
     badge("Mail");
     makeModel();
-    model->set(&V::notificationBadgeStyle, "none");
+    model->set(&V::notificationBadgeStyle, NotificationBadgeStyle::none);
     model->set(&V::showAttentionApps, false);
     start();
     advance(20);
@@ -137,7 +137,7 @@ TEST_F(Refresh, ANewWindowStandsLastUnlessItIsToGoFirst)
     advance(0.1);
     EXPECT_EQ(names(), (Names{"Mail 1", "Mail 2", "Notes 1", "Mail 3"}));
     EXPECT_TRUE(model->settings().taskOrder.empty());
-    model->set(&V::newWindowsGo, "first");
+    model->set(&V::newWindowsGo, NewWindowsPlace::first);
     desktop.applications.openWindow(2, window(998, "Notes 2"));
     advance(0.1);
     EXPECT_EQ(names(), (Names{"Notes 2", "Mail 1", "Mail 2", "Notes 1", "Mail 3"}));

@@ -71,7 +71,7 @@ TEST_F(RefreshTimer, RunsAgainWhenASettingChanges)
 {
     startAnnounced();
     letItRest();
-    model->set(&V::notificationBadgeStyle, "dot");
+    model->set(&V::notificationBadgeStyle, NotificationBadgeStyle::dot);
     EXPECT_TRUE(runs());
     letItRest();
 }

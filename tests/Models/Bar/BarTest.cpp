@@ -22,8 +22,8 @@ protected:
     {
         addApplication(1, "Mail", windows);
         makeModel();
-        model->set(&V::groupingMode, "never");
-        model->set(&V::mediaSliderDisplay, "Never");
+        model->set(&V::groupingMode, GroupingMode::never);
+        model->set(&V::mediaSliderDisplay, MediaSliderDisplay::never);
         start();
         makeBar();
     }
@@ -173,7 +173,7 @@ TEST_F(BarOnADesktop, WhateverChangesTheLayoutIsThatOfAWholePass)
     addApplication(1, "Mail", 8);
     addApplication(2, "Notes", 5);
     makeModel();
-    model->set(&V::groupingMode, "asNeeded");
+    model->set(&V::groupingMode, GroupingMode::asNeeded);
     start();
     makeBar();
     std::uint32_t state = 7;
@@ -194,7 +194,8 @@ TEST_F(BarOnADesktop, WhateverChangesTheLayoutIsThatOfAWholePass)
                 desktop.applications.closeWindow(pid, static_cast<std::uint64_t>(10000 + opened--));
             break;
         case 2:
-            model->set(&V::groupingMode, std::array{"never", "asNeeded", "always"}[static_cast<std::size_t>(below(3))]);
+            model->set(&V::groupingMode, std::array{GroupingMode::never, GroupingMode::asNeeded,
+                                                    GroupingMode::always}[static_cast<std::size_t>(below(3))]);
             break;
         case 3:
             desktop.applications.setActive(pid);
@@ -383,7 +384,7 @@ TEST_F(BarOnADesktop, ADropOnTheMainRowKeepsTheTaskThereWhileItIsLocked)
 TEST_F(BarOnADesktop, ADropOnTheEmptyRowsEndCapLocksTheOthersToTheMainRow)
 {
     show(3);
-    model->set(&V::mediaSliderDisplay, "Overflow");
+    model->set(&V::mediaSliderDisplay, MediaSliderDisplay::overflow);
     bar->update(width);
     ASSERT_EQ(bar->layout().overflowRows.size(), 1U);
     const std::string moved = id(0);

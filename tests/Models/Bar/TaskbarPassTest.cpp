@@ -55,7 +55,7 @@ TEST(TaskbarPass, WithTheLockOnWindowsThatAreNotLockedOverflow)
 {
     const auto items = windows(3);
     SettingsValues settings;
-    settings.groupingMode = "never";
+    settings.groupingMode = GroupingMode::never;
     TaskbarPassInput input{items, std::nullopt, settings, 0, 1000, false, {}, true, {"w1"}};
     auto layout = TaskbarPass::run(input, measure);
     EXPECT_EQ(layout.mainCount, 1U);
@@ -78,7 +78,7 @@ TEST(TaskbarPass, AnEmptyRowCarriesTheSlidersWhereTheyBelongToTheOverflow)
     EXPECT_EQ(layout.overflowRows[0].count, 0);
     EXPECT_EQ(layout.overflowRows[0].leading, 1440 - 142);
     EXPECT_EQ(layout.rowCount, 2);
-    settings.mediaSliderDisplay = "Never";
+    settings.mediaSliderDisplay = MediaSliderDisplay::never;
     layout = TaskbarPass::run(input, measure);
     EXPECT_FALSE(layout.hasOverflow);
     EXPECT_EQ(layout.rowCount, 1);

@@ -42,7 +42,7 @@ TEST_F(SettingsStore, AStoredFalseStaysFalseAndAMissingKeyGivesTrue)
 TEST_F(SettingsStore, AnOldGroupingSwitchIsWrittenBackOnlyWithTheNextChange)
 {
     desktop.defaults.put("groupTabsEnabled", false);
-    EXPECT_EQ(load().groupingMode, "never");
+    EXPECT_EQ(load().groupingMode, GroupingMode::never);
     EXPECT_FALSE(stored("groupingMode"));
     model->set(&V::barOpacity, 0.25);
     EXPECT_EQ(desktop.defaults.string("groupingMode"), "never");
@@ -52,15 +52,51 @@ TEST_F(SettingsStore, AnOldGroupingSwitchIsWrittenBackOnlyWithTheNextChange)
 TEST_F(SettingsStore, AnUnknownStartIconGivesTheDefault)
 {
     desktop.defaults.put("startIconChoice", std::string("other"));
-    EXPECT_EQ(load().startIconChoice, "App Icon");
+    EXPECT_EQ(load().startIconChoice, StartIcon::application);
+}
+
+TEST_F(SettingsStore, ATextThatIsNoneOfTheChoicesIsKeptAndWrittenAsItIs)
+{
+    desktop.defaults.put("groupingMode", std::string("sometimes"));
+    desktop.defaults.put("attentionListMode", std::string("Now and then"));
+    EXPECT_EQ(load().groupingMode.text(), "sometimes");
+    EXPECT_FALSE(model->settings().groupingMode.value());
+    model->set(&V::barOpacity, 0.25);
+    EXPECT_EQ(desktop.defaults.string("groupingMode"), "sometimes");
+    EXPECT_EQ(desktop.defaults.string("attentionListMode"), "Now and then");
+}
+
+template <typename T> class EachChoice : public ::testing::Test {};
+using Choices = ::testing::Types<GroupingMode, MediaSliderDisplay, NewWindowsPlace, StartIcon, NotificationBadgeStyle,
+                                 AttentionListMode, FilterPolicy>;
+TYPED_TEST_SUITE(EachChoice, Choices);
+
+TYPED_TEST(EachChoice, HasATextOfItsOwnThatGivesItBack)
+{
+    std::set<std::string_view> texts;
+    for (const auto &[choice, text] : choiceTexts<TypeParam>) {
+        EXPECT_TRUE(texts.insert(text).second) << text;
+        EXPECT_EQ(Choice<TypeParam>(choice).text(), text);
+        EXPECT_EQ(Choice<TypeParam>(std::string(text)), choice);
+    }
+    EXPECT_FALSE(texts.empty());
+}
+
+TYPED_TEST(EachChoice, AnotherTextEqualsNoChoiceButItself)
+{
+    const Choice<TypeParam> other("other");
+    for (const auto &[choice, text] : choiceTexts<TypeParam>)
+        EXPECT_NE(other, choice) << text;
+    EXPECT_EQ(other, Choice<TypeParam>("other"));
+    EXPECT_NE(other, Choice<TypeParam>("another"));
 }
 
 TEST_F(SettingsStore, AWhitelistOfNothingLoadsAsABlacklist)
 {
     desktop.defaults.put("attentionIndicatorPolicy", std::string("whitelist"));
-    EXPECT_EQ(load().attentionIndicatorPolicy, "blacklist");
+    EXPECT_EQ(load().attentionIndicatorPolicy, FilterPolicy::blacklist);
     desktop.defaults.put("attentionIndicatorApps", std::vector<std::string>{"Mail"});
-    EXPECT_EQ(load().attentionIndicatorPolicy, "whitelist");
+    EXPECT_EQ(load().attentionIndicatorPolicy, FilterPolicy::whitelist);
 }
 
 TEST_F(SettingsStore, NothingIsClampedOnLoading)
@@ -117,7 +153,7 @@ TEST_F(SettingsStore, AnEqualValueIsSavedAndNobodyIsTold)
     load();
     desktop.defaults.takeWrites();
     int changes = 0;
-    const auto connection = model->changed.connect([&] { ++changes; });
+    const auto observation = model->changed.add([&] { ++changes; });
     model->set(&V::menuOpacity, 1.0);
     EXPECT_FALSE(desktop.defaults.takeWrites().empty());
     EXPECT_EQ(changes, 0);

@@ -108,7 +108,7 @@ TEST_F(Badges, AWhitelistOfOneWithoutABadgeRaisesNoIndicator)
     dock({item("Chat", "1")});
     start();
     EXPECT_TRUE(model->shouldShowTaskbarAttentionIndicator());
-    model->setAttentionIndicatorFilter("whitelist", {"Mail"});
+    model->setAttentionIndicatorFilter(FilterPolicy::whitelist, {"Mail"});
     EXPECT_FALSE(model->shouldShowTaskbarAttentionIndicator());
     EXPECT_EQ(attention(), Names{"Chat"});
 }
@@ -117,9 +117,9 @@ TEST_F(Badges, TheLastNameRemovedFromAWhitelistLetsEverybodyRaiseTheIndicatorAga
 {
     dock({item("Chat", "1")});
     start();
-    model->setAttentionIndicatorFilter("whitelist", {"Mail"});
+    model->setAttentionIndicatorFilter(FilterPolicy::whitelist, {"Mail"});
     model->removeAttentionIndicatorApp("Mail");
-    EXPECT_EQ(model->settings().attentionIndicatorPolicy, "blacklist");
+    EXPECT_EQ(model->settings().attentionIndicatorPolicy, FilterPolicy::blacklist);
     EXPECT_TRUE(model->shouldShowTaskbarAttentionIndicator());
 }
 
@@ -127,7 +127,7 @@ TEST_F(Badges, WithoutAMarkTheyAreStillScannedForTheList)
 {
     dock({item("Mail", "1")});
     makeModel();
-    model->set(&V::notificationBadgeStyle, "none");
+    model->set(&V::notificationBadgeStyle, NotificationBadgeStyle::none);
     start();
     EXPECT_TRUE(model->runningApps()[0].hasNotificationBadge);
 }

@@ -85,7 +85,7 @@ TEST_F(LiveColors, ANewDefaultOvertakesTheColourThatWasSetByHand)
 TEST_F(LiveColors, ASettingOfTheSameColourTellsNobody)
 {
     model->setLiveTabColorName("Red", idOf(1, 0));
-    auto told = countPublished("modelChanged");
+    auto told = countPublished(ModelProperty::modelChanged);
     model->setLiveTabColorName("Red", idOf(1, 0));
     EXPECT_EQ(told->value, 0);
     model->setLiveTabColorName("Gray", idOf(1, 0));

@@ -18,7 +18,7 @@ Ids entryIDs(const std::vector<TaskbarEntry> &entries)
     return ids;
 }
 
-SettingsValues withMode(const std::string &mode)
+SettingsValues withMode(GroupingMode mode)
 {
     SettingsValues settings;
     settings.groupingMode = mode;
@@ -32,7 +32,7 @@ TEST(TaskGrouping, NoWindowsGiveNoEntries)
 
 TEST(TaskGrouping, CustomGroupsStandWhateverTheMode)
 {
-    SettingsValues settings = withMode("never");
+    SettingsValues settings = withMode(GroupingMode::never);
     settings.customGroupNames["K"] = "Work";
     settings.customGroupMembers = {{"a", "K"}, {"c", "K"}};
     const std::vector<RunningAppItem> items{makeItem("a", 1), makeItem("b", 1), makeItem("c", 2)};
@@ -44,10 +44,10 @@ TEST(TaskGrouping, CustomGroupsStandWhateverTheMode)
 
 TEST(TaskGrouping, AWhitelistOfNothingGroupsNothingAndABlacklistOfNothingGroupsAll)
 {
-    SettingsValues settings = withMode("specific");
+    SettingsValues settings = withMode(GroupingMode::specific);
     const std::vector<RunningAppItem> items{makeItem("a", 1), makeItem("b", 1)};
     EXPECT_EQ(entryIDs(taskbarEntries(items, settings, false)), (Ids{"a", "b"}));
-    settings.specificGroupingPolicy = "blacklist";
+    settings.specificGroupingPolicy = FilterPolicy::blacklist;
     EXPECT_EQ(entryIDs(taskbarEntries(items, settings, false)), Ids{"auto:1"});
 }
 
@@ -73,7 +73,7 @@ TEST(TaskGrouping, ASpreadCustomGroupStandsOnceAtItsEarliestMember)
 
 TEST(TaskGrouping, AWindowUngroupedByHandStandsBesideItsGroup)
 {
-    SettingsValues settings = withMode("always");
+    SettingsValues settings = withMode(GroupingMode::always);
     settings.forcedUngroupedWindows = {"a"};
     const std::vector<RunningAppItem> items{makeItem("a", 1), makeItem("b", 1), makeItem("c", 1)};
     const auto entries = taskbarEntries(items, settings, true);
@@ -84,18 +84,18 @@ TEST(TaskGrouping, AWindowUngroupedByHandStandsBesideItsGroup)
 
 TEST(TaskGrouping, ANewProcessOfAnApplicationIsAnotherGroup)
 {
-    const auto before = taskbarEntries(std::vector{makeItem("a", 1)}, withMode("always"), true);
-    const auto after = taskbarEntries(std::vector{makeItem("a", 2)}, withMode("always"), true);
+    const auto before = taskbarEntries(std::vector{makeItem("a", 1)}, withMode(GroupingMode::always), true);
+    const auto after = taskbarEntries(std::vector{makeItem("a", 2)}, withMode(GroupingMode::always), true);
     EXPECT_NE(before[0].id, after[0].id);
 }
 
 TEST(TaskGrouping, ByNeedGroupsOnlyWhatDoesNotFit)
 {
-    EXPECT_FALSE(groupAll("asNeeded", 5, 5));
-    EXPECT_TRUE(groupAll("asNeeded", 5, 6));
-    EXPECT_TRUE(groupAll("always", 5, 0));
-    EXPECT_FALSE(groupAll("never", 0, 100));
-    EXPECT_FALSE(groupAll("specific", 0, 100));
+    EXPECT_FALSE(groupAll(GroupingMode::asNeeded, 5, 5));
+    EXPECT_TRUE(groupAll(GroupingMode::asNeeded, 5, 6));
+    EXPECT_TRUE(groupAll(GroupingMode::always, 5, 0));
+    EXPECT_FALSE(groupAll(GroupingMode::never, 0, 100));
+    EXPECT_FALSE(groupAll(GroupingMode::specific, 0, 100));
 }
 
 }  // namespace

@@ -61,7 +61,7 @@ TEST(TaskMenus, WithoutGroupingATaskOffersNeitherANewGroupNorTheFavorites)
     const RunningAppItem item = makeItem("w");
     settings.forcedUngroupedWindows = {"w"};
     EXPECT_TRUE(offers(TaskMenus::taskMenu(item, settings, {}), "Parent Group"));
-    settings.groupingMode = "never";
+    settings.groupingMode = GroupingMode::never;
     const Menu menu = TaskMenus::taskMenu(item, settings, {});
     EXPECT_EQ(titles(menu), (Names{"Set First", "Set Last", "Select Color", "Set Default Color", "Color Transparency",
                                    "Quit Mail", "Close", "Resize"}));

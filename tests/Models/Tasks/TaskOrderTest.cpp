@@ -32,7 +32,7 @@ protected:
 
 TEST_F(Order, AnUnknownTaskIsNotMoved)
 {
-    auto published = countPublished("runningApps");
+    auto published = countPublished(ModelProperty::runningApps);
     model->setTaskPosition("nothing", true);
     EXPECT_FALSE(wroteOrder());
     EXPECT_EQ(published->value, 0);
@@ -83,7 +83,7 @@ TEST_F(Order, TheOnlyWindowOfAGroupTakesTheGroupAway)
 
 TEST_F(Order, TwoNewWindowsThatGoFirstStandThereAsTheyWereFound)
 {
-    model->set(&V::newWindowsGo, "first");
+    model->set(&V::newWindowsGo, NewWindowsPlace::first);
     desktop.applications.openWindow(2, window(901, "new of Notes"));
     desktop.applications.openWindow(1, window(900, "new of Mail"));
     advance(0.1);

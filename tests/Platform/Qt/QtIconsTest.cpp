@@ -1,6 +1,6 @@
 #include "Platform/Qt/QtIcons.h"
 
-#include "Toolkit/QtImages.h"
+#include "Toolkit/Images.h"
 #include "Toolkit/Symbols.h"
 #include "tests/Ports/IconsContract.h"
 
@@ -68,7 +68,7 @@ TEST(Symbols, SidesThatMakeNoSenseGiveNothing)
     EXPECT_TRUE(symbolImage("app", 1 << 20, Qt::white).isNull());
 }
 
-TEST(QtImages, APictureComesBackAsItWas)
+TEST(Images, APictureComesBackAsItWas)
 {
     Image image{3, 2, {}};
     for (int i = 0; i < 6; ++i)
@@ -81,7 +81,7 @@ TEST(QtImages, APictureComesBackAsItWas)
     EXPECT_EQ(back->pixels, image.pixels);
 }
 
-TEST(QtImages, AMalformedImageGivesNothing)
+TEST(Images, AMalformedImageGivesNothing)
 {
     EXPECT_TRUE(toQImage(Image{}).isNull());
     EXPECT_TRUE(toQImage(Image{2, 2, std::vector<std::uint8_t>(15)}).isNull());

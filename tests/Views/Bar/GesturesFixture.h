@@ -25,8 +25,8 @@ protected:
     {
         addApplication(1, "Mail", windows);
         makeModel();
-        model->set(&V::groupingMode, "never");
-        model->set(&V::mediaSliderDisplay, "Never");
+        model->set(&V::groupingMode, GroupingMode::never);
+        model->set(&V::mediaSliderDisplay, MediaSliderDisplay::never);
         start();
         view = std::make_unique<TaskbarView>(*model, services, platform);
         view->resize(width, height);

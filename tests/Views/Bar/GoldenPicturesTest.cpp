@@ -54,7 +54,7 @@ protected:
 
     void show()
     {
-        model->set(&V::mediaSliderDisplay, "Never");
+        model->set(&V::mediaSliderDisplay, MediaSliderDisplay::never);
         start();
         view = std::make_unique<TaskbarView>(*model, services, platform);
         view->resize(width, height);
@@ -143,12 +143,14 @@ TEST_F(Pictures, OfEachStyleOfMark)
 {
     threeTasks();
     show();
-    for (const char *style : {"triangle", "dot", "line", "stripe"}) {
+    for (const auto &[style, name] : choiceTexts<NotificationBadgeStyle>) {
+        if (style == NotificationBadgeStyle::none)
+            continue;
         model->set(&V::notificationBadgeStyle, style);
         model->refresh(true);
         view->updateFromModel();
         settle();
-        expect(QStringLiteral("mark-%1").arg(style));
+        expect(QStringLiteral("mark-%1").arg(QLatin1String(name.data(), static_cast<qsizetype>(name.size()))));
     }
 }
 
@@ -156,7 +158,7 @@ TEST_F(Pictures, OfRowsThatAreTucked)
 {
     addApplication(1, "Mail", 12);
     makeModel();
-    model->set(&V::groupingMode, "never");
+    model->set(&V::groupingMode, GroupingMode::never);
     show();
     expect("rows-tucked");
 }
@@ -165,7 +167,7 @@ TEST_F(Pictures, OfRowsThatAreOpenAndLocked)
 {
     addApplication(1, "Mail", 12);
     makeModel();
-    model->set(&V::groupingMode, "never");
+    model->set(&V::groupingMode, GroupingMode::never);
     show();
     QTest::mouseClick(control("Expand all overflow"), Qt::LeftButton);
     settle();
@@ -181,7 +183,7 @@ TEST_F(Pictures, OfAGroup)
     addApplication(1, "Mail", 4);
     addApplication(2, "Notes", 1);
     makeModel();
-    model->set(&V::groupingMode, "always");
+    model->set(&V::groupingMode, GroupingMode::always);
     show();
     expect("group");
 }

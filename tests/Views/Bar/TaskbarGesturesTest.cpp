@@ -95,7 +95,7 @@ TEST_F(Gestures, WithoutOverflowThereIsNoArrowButItsColumnKeepsItsWidth)
 TEST_F(Gestures, TheEmptyRowIsDrawnWhereTheSlidersBelongToTheOverflow)
 {
     show(2);
-    model->set(&V::mediaSliderDisplay, "Overflow");
+    model->set(&V::mediaSliderDisplay, MediaSliderDisplay::overflow);
     pass();
     ASSERT_EQ(cards().size(), 1U);
     EXPECT_EQ(cards()[0]->x(), width - 142);
@@ -266,7 +266,7 @@ TEST_F(Gestures, ADragThatIsGivenUpLeavesNoTrace)
 TEST_F(Gestures, ATaskDroppedOnTheEmptyRowsEndCapStaysThere)
 {
     show(4);
-    model->set(&V::mediaSliderDisplay, "Overflow");
+    model->set(&V::mediaSliderDisplay, MediaSliderDisplay::overflow);
     pass();
     const std::string moved = entryID(1);
     drag(moved);
@@ -354,7 +354,7 @@ TEST_F(Gestures, AWindowDroppedOnItselfStaysWhereItIs)
 TEST_F(Gestures, AGroupDroppedOnItselfIsRefused)
 {
     show(3);
-    model->set(&V::groupingMode, "always");
+    model->set(&V::groupingMode, GroupingMode::always);
     pass();
     ASSERT_TRUE(view->bar().layout().entries[0].group);
     view->bar().beginDrag("group::" + view->bar().layout().entries[0].group->id, {idOf(1, 0), idOf(1, 1), idOf(1, 2)});

@@ -73,7 +73,7 @@ TEST_F(Taskbar, NothingRepaintsWhenNothingChanged)
     addApplication(1, "Mail", 20);
     addApplication(2, "Notes", 20);
     makeModel();
-    model->set(&V::groupingMode, "never");
+    model->set(&V::groupingMode, GroupingMode::never);
     start();
     show();
     PaintCounter paints;
@@ -115,7 +115,7 @@ TEST_F(Taskbar, LowerRowsLieOverHigherOnes)
 {
     addApplication(1, "Mail", 30);
     makeModel();
-    model->set(&V::groupingMode, "never");
+    model->set(&V::groupingMode, GroupingMode::never);
     start();
     show();
     // Children stand in the order in which they are drawn.
@@ -129,7 +129,7 @@ TEST_F(Taskbar, WhatDoesNotFitStacksUpFromTheRight)
 {
     addApplication(1, "Mail", 30);
     makeModel();
-    model->set(&V::groupingMode, "never");
+    model->set(&V::groupingMode, GroupingMode::never);
     start();
     show();
     openRows();
@@ -157,8 +157,8 @@ TEST_F(Taskbar, RowsThatAreNoLongerNeededGoAndTheirTabsComeDown)
 {
     addApplication(1, "Mail", 30);
     makeModel();
-    model->set(&V::groupingMode, "never");
-    model->set(&V::mediaSliderDisplay, "Never");
+    model->set(&V::groupingMode, GroupingMode::never);
+    model->set(&V::mediaSliderDisplay, MediaSliderDisplay::never);
     start();
     show();
     for (int i = 3; i < 30; ++i)
@@ -177,7 +177,7 @@ TEST_F(Taskbar, ItsRowCountReachesTheModelWithTheMainRowCounted)
     start();
     show();
     EXPECT_EQ(model->taskOverflowRowCount(), 2);
-    model->set(&V::mediaSliderDisplay, "Never");
+    model->set(&V::mediaSliderDisplay, MediaSliderDisplay::never);
     pass();
     EXPECT_EQ(model->taskOverflowRowCount(), 1);
 }
@@ -229,7 +229,7 @@ TEST_F(Taskbar, AGroupStandsAsOneButtonWithItsName)
 {
     addApplication(1, "Mail", 3);
     makeModel();
-    model->set(&V::groupingMode, "always");
+    model->set(&V::groupingMode, GroupingMode::always);
     start();
     show();
     const TaskButton *group = view->button("auto:1");

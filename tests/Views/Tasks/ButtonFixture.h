@@ -13,7 +13,7 @@ namespace korvane::testing {
 
 class ButtonFixture : public ModelFixture {
 protected:
-    void startWith(const std::string &groupingMode)
+    void startWith(GroupingMode groupingMode)
     {
         makeModel();
         model->set(&V::groupingMode, groupingMode);
@@ -36,7 +36,7 @@ protected:
     }
     TaskbarEntry entry(const std::string &id) const
     {
-        for (const TaskbarEntry &each : model->taskbarEntries(model->settings().groupingMode == "always"))
+        for (const TaskbarEntry &each : model->taskbarEntries(model->settings().groupingMode == GroupingMode::always))
             if (each.id == id)
                 return each;
         ADD_FAILURE() << "no entry " << id;

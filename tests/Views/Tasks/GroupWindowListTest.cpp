@@ -31,7 +31,7 @@ protected:
     {
         addApplication(1, "Mail", windows);
         addApplication(2, "Notes", 1);
-        startWith("always");
+        startWith(GroupingMode::always);
         id = "auto:1";
         button = add<RunningAppGroupButton>(entry(id));
         open();
@@ -39,7 +39,7 @@ protected:
     void openCustom()
     {
         addApplication(1, "Mail", 2);
-        startWith("never");
+        startWith(GroupingMode::never);
         model->createCustomGroup({task(idOf(1, 0)), task(idOf(1, 1))});
         id = model->taskbarEntries(false).front().id;
         button = add<RunningAppGroupButton>(entry(id));

@@ -75,30 +75,30 @@ TEST_F(Look, ABadgeShowsInTheStyleOfTheSettings)
     root.children = std::vector<platform::simulated::DockItem>{item};
     desktop.applications.setDock(root);
     model->refresh(true);
-    EXPECT_EQ(of(2, 0).markStyle, "triangle");
-    EXPECT_EQ(of(1, 0).markStyle, "");
+    EXPECT_EQ(of(2, 0).markStyle, NotificationBadgeStyle::triangle);
+    EXPECT_EQ(of(1, 0).markStyle, NotificationBadgeStyle::none);
     RunningAppGroup group;
     group.windows = {task(idOf(1, 0)), task(idOf(2, 0))};
-    EXPECT_EQ(TaskButtonLooks::ofGroup(*model, group, false).markStyle, "triangle");
+    EXPECT_EQ(TaskButtonLooks::ofGroup(*model, group, false).markStyle, NotificationBadgeStyle::triangle);
 }
 
 TEST(NotificationMark, AnotherTextThanTheFourStylesDrawsNothing)
 {
     for (const char *style : {"none", "", "Dot", "TRIANGLE", "triangle "})
-        EXPECT_FALSE(NotificationMarks::ofStyle(style, 13)) << style;
+        EXPECT_FALSE(NotificationMarks::ofStyle(Choice<NotificationBadgeStyle>(style), 13)) << style;
 }
 
 TEST(NotificationMark, TheCornerShrinksWithItsSize)
 {
-    EXPECT_EQ(NotificationMarks::ofStyle("triangle", 13)->cornerRadius, 6);
-    EXPECT_EQ(NotificationMarks::ofStyle("triangle", 4)->cornerRadius, 4);
+    EXPECT_EQ(NotificationMarks::ofStyle(NotificationBadgeStyle::triangle, 13)->cornerRadius, 6);
+    EXPECT_EQ(NotificationMarks::ofStyle(NotificationBadgeStyle::triangle, 4)->cornerRadius, 4);
 }
 
 TEST(NotificationMark, TheStripeStaysTenLongInALargerFrame)
 {
-    EXPECT_EQ(NotificationMarks::ofStyle("stripe", 13)->lineLength, 10);
-    EXPECT_EQ(NotificationMarks::ofStyle("stripe", 13)->frame.width, 13);
-    EXPECT_EQ(NotificationMarks::ofStyle("stripe", 8)->lineLength, 8);
+    EXPECT_EQ(NotificationMarks::ofStyle(NotificationBadgeStyle::stripe, 13)->lineLength, 10);
+    EXPECT_EQ(NotificationMarks::ofStyle(NotificationBadgeStyle::stripe, 13)->frame.width, 13);
+    EXPECT_EQ(NotificationMarks::ofStyle(NotificationBadgeStyle::stripe, 8)->lineLength, 8);
 }
 
 TEST_F(Look, AGroupsButtonWearsTheActiveStripAlone)

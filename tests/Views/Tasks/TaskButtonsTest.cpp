@@ -45,7 +45,7 @@ TEST_F(TaskButtons, AnActiveTabIsTheBrighterOneAndInvertedTheDarkerOne)
 {
     addApplication(1, "Mail", 2);
     desktop.applications.focusWindow(1, hashOf(1, 0));
-    startWith("never");
+    startWith(GroupingMode::never);
     auto *active = add(entry(idOf(1, 0))), *other = add(entry(idOf(1, 1)));
     EXPECT_EQ(fillOf(*active).red(), 33);  // 0.13 of 255
     EXPECT_EQ(fillOf(*other).red(), 9);    // 0.035 of 255
@@ -60,7 +60,7 @@ TEST_F(TaskButtons, AColouredTabShowsTheSameFillActiveOrNotAndOnlyItsStripTells)
 {
     addApplication(1, "Mail", 2);
     desktop.applications.focusWindow(1, hashOf(1, 0));
-    startWith("never");
+    startWith(GroupingMode::never);
     auto *active = add(entry(idOf(1, 0))), *other = add(entry(idOf(1, 1)));
     model->setLiveTabColorName("Custom:#FF0000", idOf(1, 0));
     model->setLiveTabColorName("Custom:#FF0000", idOf(1, 1));
@@ -79,7 +79,7 @@ TEST_F(TaskButtons, TheStripLiesAtTheEdgeThatIsAskedFor)
 {
     addApplication(1, "Mail", 1);
     desktop.applications.focusWindow(1, hashOf(1, 0));
-    startWith("never");
+    startWith(GroupingMode::never);
     auto *button = add(entry(idOf(1, 0)));
     EXPECT_GT(pixel(*button, 190, 27).blue(), 100);
     EXPECT_LT(pixel(*button, 3, 27).blue(), 100);  // it leaves the ends free
@@ -92,7 +92,7 @@ TEST_F(TaskButtons, TheStripLiesAtTheEdgeThatIsAskedFor)
 TEST_F(TaskButtons, TheCloseGlyphStandsInTheUpperRightCornerWhileTheSettingAsksForIt)
 {
     addApplication(1, "Mail", 1);
-    startWith("never");
+    startWith(GroupingMode::never);
     auto *button = add(entry(idOf(1, 0)));
     auto *glyph = button->findChild<CloseGlyph *>();
     ASSERT_TRUE(glyph);
@@ -110,7 +110,7 @@ TEST_F(TaskButtons, TheCloseGlyphClosesTheWindowAndIsNoClickOnTheTab)
 {
     addApplication(1, "Mail", 2);
     addApplication(2, "Notes", 1);
-    startWith("never");
+    startWith(GroupingMode::never);
     auto *button = add(entry(idOf(1, 1)));
     QTest::mouseClick(button->findChild<CloseGlyph *>(), Qt::LeftButton);
     settle();
@@ -121,7 +121,7 @@ TEST_F(TaskButtons, TheCloseGlyphClosesTheWindowAndIsNoClickOnTheTab)
 TEST_F(TaskButtons, AButtonRepaintsOnlyWhenItsLookChanges)
 {
     addApplication(1, "Mail", 1);
-    startWith("never");
+    startWith(GroupingMode::never);
     auto *button = add(entry(idOf(1, 0)));
     PaintCounter paints;
     update(*button, idOf(1, 0));
@@ -134,7 +134,7 @@ TEST_F(TaskButtons, AButtonRepaintsOnlyWhenItsLookChanges)
 TEST_F(TaskButtons, TheChevronFollowsTheTextOfAGroup)
 {
     addApplication(1, "Mail", 2);
-    startWith("always");
+    startWith(GroupingMode::always);
     auto *button = add(entry("auto:1"));
     EXPECT_EQ(button->accessibleName(), "Mail Tabs");
     EXPECT_TRUE(button->currentLook().chevron);
@@ -160,7 +160,7 @@ TEST_F(TaskButtons, TheChevronFollowsTheTextOfAGroup)
 TEST_F(TaskButtons, TheMenuOfATaskStandsAsToldAndIsGoneAfterUse)
 {
     addApplication(1, "Mail & More", 1);
-    startWith("asNeeded");
+    startWith(GroupingMode::asNeeded);
     auto *button = add(entry(idOf(1, 0)));
     button->openMenu();
     QMenu *menu = openedMenu();
@@ -179,7 +179,7 @@ TEST_F(TaskButtons, TheMenuOfATaskStandsAsToldAndIsGoneAfterUse)
 TEST_F(TaskButtons, TheItemsOfATasksMenuReachTheBarAndTheModel)
 {
     addApplication(1, "Mail", 2);
-    startWith("asNeeded");
+    startWith(GroupingMode::asNeeded);
     const std::string id = idOf(1, 0);
     auto *button = add(entry(id));
     choose(*button, {"Set First"});
@@ -209,7 +209,7 @@ TEST_F(TaskButtons, TheItemsOfATasksMenuReachTheBarAndTheModel)
 TEST_F(TaskButtons, TheColourPanelAppliesToTheTabWhileItIsMoved)
 {
     addApplication(1, "Mail", 1);
-    startWith("asNeeded");
+    startWith(GroupingMode::asNeeded);
     const std::string id = idOf(1, 0);
     auto *button = add(entry(id));
     model->setLiveTabColorName("Custom:#0D1F36", id);
@@ -228,7 +228,7 @@ TEST_F(TaskButtons, TheColourPanelAppliesToTheTabWhileItIsMoved)
 
 TEST_F(TaskButtons, TheSettingsTaskOpensItsPanelAndItsQuitOnlyClosesThat)
 {
-    startWith("asNeeded");
+    startWith(GroupingMode::asNeeded);
     int closed = 0;
     model->setSettingsCloseHandler([&] { ++closed; });
     auto *button = add(settingsEntry());
@@ -246,7 +246,7 @@ TEST_F(TaskButtons, TheSettingsTaskOpensItsPanelAndItsQuitOnlyClosesThat)
 TEST_F(TaskButtons, AMenuGoesWithItsTaskAndWithItWhatWasChosen)
 {
     addApplication(1, "Mail", 1);
-    startWith("asNeeded");
+    startWith(GroupingMode::asNeeded);
     auto *button = add(entry(idOf(1, 0)));
     button->openMenu();
     QMenu *menu = openedMenu();
@@ -261,7 +261,7 @@ TEST_F(TaskButtons, AMenuGoesWithItsTaskAndWithItWhatWasChosen)
 TEST_F(TaskButtons, AButtonMayGoWhileItsQuestionIsOpen)
 {
     addApplication(1, "Mail", 2);
-    startWith("always");
+    startWith(GroupingMode::always);
     QPointer<TaskButton> button = add(entry("auto:1"));
     desktop.dialogs.setWhileOpen([&](const platform::Alert &) { delete button.data(); });
     QTest::mouseClick(button->findChild<CloseGlyph *>(), Qt::LeftButton);
@@ -274,7 +274,7 @@ TEST_F(TaskButtons, AButtonMayGoWhileItsQuestionIsOpen)
 TEST_F(TaskButtons, TheTreeOffersThePressAndTheMenu)
 {
     addApplication(1, "Mail", 1);
-    startWith("asNeeded");
+    startWith(GroupingMode::asNeeded);
     auto *button = add(entry(idOf(1, 0)));
     QAccessibleInterface *tree = QAccessible::queryAccessibleInterface(button);
     ASSERT_TRUE(tree && tree->actionInterface());
@@ -293,7 +293,7 @@ TEST_F(TaskButtons, AGroupOfOneWindowIsClickedAndClosedLikeATask)
 {
     addApplication(1, "Mail", 1);
     addApplication(2, "Notes", 1);
-    startWith("always");
+    startWith(GroupingMode::always);
     auto *button = add<RunningAppGroupButton>(entry("auto:2"));
     EXPECT_FALSE(button->currentLook().chevron);
     EXPECT_EQ(button->accessibleName(), "Notes 1");
@@ -309,7 +309,7 @@ TEST_F(TaskButtons, AGroupOfOneWindowIsClickedAndClosedLikeATask)
 TEST_F(TaskButtons, ACustomGroupOfOneWindowOpensItsListAndItsGlyphAsks)
 {
     addApplication(1, "Mail", 1);
-    startWith("never");
+    startWith(GroupingMode::never);
     model->createCustomGroup({task(idOf(1, 0))});
     const std::string id = model->taskbarEntries(false).front().id;
     auto *button = add<RunningAppGroupButton>(entry(id));
@@ -327,7 +327,7 @@ TEST_F(TaskButtons, ACustomGroupOfOneWindowOpensItsListAndItsGlyphAsks)
 TEST_F(TaskButtons, TheItemsOfAGroupsMenuReachTheBarAndTheModel)
 {
     addApplication(1, "Mail", 2);
-    startWith("always");
+    startWith(GroupingMode::always);
     auto *button = add(entry("auto:1"));
     choose(*button, {"Set Last"});
     choose(*button, {"Resize"});
@@ -347,7 +347,7 @@ TEST_F(TaskButtons, TheItemsOfAGroupsMenuReachTheBarAndTheModel)
 TEST_F(TaskButtons, AChangedIconIsTheFirstCharacterAsAPersonSeesIt)
 {
     addApplication(1, "Mail", 1);
-    startWith("never");
+    startWith(GroupingMode::never);
     model->createCustomGroup({task(idOf(1, 0))});
     const std::string id = model->taskbarEntries(false).front().id;
     auto *button = add(entry(id));
@@ -383,7 +383,7 @@ TEST_F(TaskButtons, APressThatMovesFarEnoughIsADragAndNoClick)
 {
     addApplication(1, "Mail", 1);
     addApplication(2, "Notes", 2);
-    startWith("always");
+    startWith(GroupingMode::always);
     auto *single = add(TaskbarEntry::ofItem(task(idOf(1, 0))));
     desktop.actions.take();
     press(*single, QApplication::startDragDistance() - 1);
@@ -401,7 +401,7 @@ TEST_F(TaskButtons, APressThatMovesFarEnoughIsADragAndNoClick)
 TEST_F(TaskButtons, AButtonMayGoWhileItIsDragged)
 {
     addApplication(1, "Mail", 1);
-    startWith("never");
+    startWith(GroupingMode::never);
     QPointer<TaskButton> button = add(entry(idOf(1, 0)));
     whileDragging = [&] { delete button.data(); };
     press(*button, 50);

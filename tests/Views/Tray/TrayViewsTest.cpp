@@ -129,31 +129,31 @@ TEST_F(Tray, TheButtonsFollowTheSettingAndNobodyListensWithoutThem)
 {
     desktop.audio.output = 7;
     desktop.audio.volumes = {{{7, 0}, 0.5F}};
-    model->set(&V::mediaSliderDisplay, "Never");
+    model->set(&V::mediaSliderDisplay, MediaSliderDisplay::never);
     start();
     TaskbarView view(*model, services, platform);
     view.resize(1280, 200);
-    const auto display = [&](const char *where) {
+    const auto display = [&](MediaSliderDisplay where) {
         model->set(&V::mediaSliderDisplay, where);
         view.updateFromModel();
         settle();
         return view.findChild<VolumeControlView *>();
     };
     view.show();
-    EXPECT_FALSE(display("Never"));
+    EXPECT_FALSE(display(MediaSliderDisplay::never));
     EXPECT_EQ(desktop.audio.observing(), 0U);
-    auto *onBar = display("Taskbar");
+    auto *onBar = display(MediaSliderDisplay::taskbar);
     ASSERT_TRUE(onBar);
     EXPECT_TRUE(onBar->isVisible());
     EXPECT_EQ(desktop.audio.observing(), 1U);
     EXPECT_EQ(onBar->mapTo(&view, QPoint()).y(), 200 - 34 + 3);
-    auto *onRow = display("Overflow");
+    auto *onRow = display(MediaSliderDisplay::overflow);
     ASSERT_TRUE(onRow);
     EXPECT_TRUE(onRow->isVisible());
     EXPECT_TRUE(qobject_cast<OverflowRowCard *>(onRow->parentWidget()));
     QTest::mouseClick(onRow, Qt::LeftButton);
     EXPECT_TRUE(Popover::anyOpen());
-    EXPECT_FALSE(display("Never"));
+    EXPECT_FALSE(display(MediaSliderDisplay::never));
     EXPECT_FALSE(view.findChild<BrightnessControlView *>());
     EXPECT_FALSE(Popover::anyOpen());
     EXPECT_EQ(desktop.audio.observing(), 0U);

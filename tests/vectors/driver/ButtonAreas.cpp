@@ -12,7 +12,7 @@ namespace {
 
 Json stripJson(const std::optional<StripChoice> &strip)
 {
-    return strip ? Json::array({strip->colorSetting, strip->opacity}) : Json();
+    return strip ? Json::array({settingOf(strip->colorSetting).property, strip->opacity}) : Json();
 }
 
 Json titles(const Menu &menu)
@@ -75,7 +75,8 @@ Json groupButton(const Json &arguments)
 
 Json notificationMark(const Json &arguments)
 {
-    const auto mark = NotificationMarks::ofStyle(arguments.at("style").get<std::string>(), arguments.at("size"));
+    const auto mark = NotificationMarks::ofStyle(settingFrom<Choice<NotificationBadgeStyle>>(arguments.at("style")),
+                                                 arguments.at("size"));
     if (!mark)
         return nullptr;
     using Shape = NotificationMark::Shape;
@@ -124,7 +125,7 @@ const Functions &buttonFunctions()
         {"taskMenu",
          [](const Json &arguments) {
              SettingsValues settings;
-             settings.groupingMode = arguments.at("groupingMode");
+             settings.groupingMode = settingFrom<Choice<GroupingMode>>(arguments.at("groupingMode"));
              settings.forcedUngroupedWindows = arguments.at("forcedUngroupedWindows").get<std::set<std::string>>();
              return titles(TaskMenus::taskMenu(itemFrom(arguments.at("item")), settings, {}));
          }},

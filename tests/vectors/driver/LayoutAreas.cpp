@@ -79,7 +79,7 @@ TaskbarLayout passOverOneEntry(const Json &arguments)
     const std::string kind = arguments.at("kind");
     std::vector<RunningAppItem> items(kind == "item" ? 1 : 2);
     SettingsValues settings;
-    settings.groupingMode = kind == "group" ? "always" : "asNeeded";
+    settings.groupingMode = kind == "group" ? GroupingMode::always : GroupingMode::asNeeded;
     std::size_t number = 0;
     for (RunningAppItem &item : items) {
         item.id = "ax:7:hash:" + std::to_string(number++);
@@ -219,12 +219,13 @@ const Functions &widthFunctions()
          }},
         {"mainTrailingControlsWidth",
          [](const Json &arguments) {
-             return Json(TaskbarPass::mainTrailingControlsWidth(arguments.at("mediaSliderDisplay").get<std::string>(),
-                                                                arguments.at("shouldShowTaskbarAttentionIndicator")));
+             return Json(TaskbarPass::mainTrailingControlsWidth(
+                 settingFrom<Choice<MediaSliderDisplay>>(arguments.at("mediaSliderDisplay")),
+                 arguments.at("shouldShowTaskbarAttentionIndicator")));
          }},
         {"groupAll",
          [](const Json &arguments) {
-             return Json(TaskGrouping::groupAll(arguments.at("groupingMode").get<std::string>(),
+             return Json(TaskGrouping::groupAll(settingFrom<Choice<GroupingMode>>(arguments.at("groupingMode")),
                                                 arguments.at("capacity"), arguments.at("windowCount")));
          }},
         {"overflowGeometry", overflowGeometry},

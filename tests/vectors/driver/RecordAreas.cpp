@@ -48,8 +48,8 @@ Json entryProperties(const Json &arguments)
 Json shouldGroup(const Json &arguments)
 {
     SettingsValues settings;
-    settings.groupingMode = arguments.at("groupingMode");
-    settings.specificGroupingPolicy = arguments.at("specificGroupingPolicy");
+    settings.groupingMode = settingFrom<Choice<GroupingMode>>(arguments.at("groupingMode"));
+    settings.specificGroupingPolicy = settingFrom<Choice<FilterPolicy>>(arguments.at("specificGroupingPolicy"));
     settings.specificGroupingApps = arguments.at("specificGroupingApps").get<StringList>();
     return TaskGrouping::shouldGroup(arguments.at("appName").get<std::string>(), settings);
 }
@@ -70,7 +70,7 @@ Json groupColorName(const Json &arguments)
 Json groupStrip(const Json &arguments)
 {
     const auto choice = StripRules::group(arguments.at("blueStripsEnabled"), arguments.at("anyActiveBlueStripWindow"));
-    return choice ? Json{choice->colorSetting, choice->opacity} : Json();
+    return choice ? Json{settingOf(choice->colorSetting).property, choice->opacity} : Json();
 }
 
 Json rgb(const Rgb &color)

@@ -127,6 +127,8 @@ Json settingJson(const SettingsValues &values, const Setting &setting)
         [&]<typename T>(T SettingsValues::*member) {
             if constexpr (std::is_same_v<T, FavoriteList> || std::is_same_v<T, WebLauncherList>)
                 return jsonOfList(values.*member);
+            else if constexpr (isChoice<T>)
+                return Json((values.*member).text());
             else
                 return Json(values.*member);
         },

@@ -48,9 +48,15 @@ void readSettings(const Json &json, SettingsValues &values);
 // Calls `assign` with the member and its value.
 template <typename Assign> void withSettingValue(const Setting &setting, const Json &json, Assign assign);
 
+template <typename T> inline constexpr bool isChoice = false;
+template <typename Enum> inline constexpr bool isChoice<Choice<Enum>> = true;
+
 template <typename T> T settingFrom(const Json &json)
 {
-    return json.get<T>();
+    if constexpr (isChoice<T>)
+        return T(json.get<std::string>());
+    else
+        return json.get<T>();
 }
 template <> FavoriteList settingFrom<FavoriteList>(const Json &json);
 template <> WebLauncherList settingFrom<WebLauncherList>(const Json &json);

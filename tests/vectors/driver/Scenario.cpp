@@ -95,12 +95,12 @@ void Scenario::restart()
         std::snprintf(text, sizeof text, "00000000-0000-4000-8000-%012d", ++uuids);
         return std::string(text);
     });
-    connection = appModel->published.connect([this](std::string_view property) {
+    observation = appModel->published.add([this](Property property) {
         const bool inRefresh =
-            std::find(refreshProperties.begin(), refreshProperties.end(), property) != refreshProperties.end()
+            std::find(refreshProperties.begin(), refreshProperties.end(), property.name()) != refreshProperties.end()
             && appModel->inspect().refreshing;
-        if (inRefresh || property == "modelChanged")
-            publications.emplace_back(property);
+        if (inRefresh || property == ModelProperty::modelChanged)
+            publications.emplace_back(property.name());
     });
 }
 

@@ -43,7 +43,7 @@ private:
     bool tasksAsNames;
     std::unique_ptr<AppModel> appModel;
     std::vector<std::string> publications;
-    Connection connection;
+    platform::Subscription observation;
 };
 
 // From an operation's name to what it does; its result is null for an operation without one.

@@ -156,7 +156,8 @@ Operations makeOperations()
         {"removeAttentionIndicatorApp", onName(&M::removeAttentionIndicatorApp)},
         {"allowAllAttentionIndicatorApps", plain(&M::allowAllAttentionIndicatorApps)},
         {"setAttentionIndicatorFilter", operation([](M &model, Step step) {
-             model.setAttentionIndicatorFilter(text(step, "policy"), step.at("apps").get<StringList>());
+             model.setAttentionIndicatorFilter(Choice<FilterPolicy>(text(step, "policy")),
+                                               step.at("apps").get<StringList>());
          })},
         {"recordRecent", onItem(&M::recordRecent)},
         {"clearRecents", plain(&M::clearRecents)},

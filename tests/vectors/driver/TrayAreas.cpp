@@ -45,8 +45,8 @@ const Functions &trayFunctions()
          [](const Json &arguments) { return Json(TrayRules::clockInterval(arguments.at("refreshSeconds"))); }},
         {"attentionBadgeYOffset",
          [](const Json &arguments) {
-             return Json(
-                 TrayRules::attentionBadgeYOffset(arguments.at("compact"), arguments.at("style").get<std::string>()));
+             return Json(TrayRules::attentionBadgeYOffset(
+                 arguments.at("compact"), settingFrom<Choice<NotificationBadgeStyle>>(arguments.at("style"))));
          }},
     };
     return functions;

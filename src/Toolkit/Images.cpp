@@ -1,4 +1,4 @@
-#include "Toolkit/QtImages.h"
+#include "Toolkit/Images.h"
 
 #include <cstring>
 

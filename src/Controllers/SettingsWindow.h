@@ -1,0 +1,12 @@
+// What the other controllers ask of the settings window.
+#pragma once
+
+namespace korvane {
+
+class SettingsWindow {
+public:
+    virtual ~SettingsWindow() = default;
+    virtual void show() = 0;
+};
+
+}  // namespace korvane

@@ -1,0 +1,17 @@
+// This program's entry among those that are started with the session.
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace korvane::platform {
+
+class LoginItem {
+public:
+    virtual ~LoginItem() = default;
+    virtual bool enabled() = 0;
+    // Absent on success, else the error's text.
+    virtual std::optional<std::string> enable() = 0;
+};
+
+}  // namespace korvane::platform

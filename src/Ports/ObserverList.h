@@ -1,0 +1,73 @@
+// Those who are to be told of one thing. Whoever lets others observe something keeps one of these.
+#pragma once
+
+#include "Ports/Subscription.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace korvane::platform {
+
+template <typename... Arguments> class ObserverList {
+public:
+    using Observer = std::function<void(Arguments...)>;
+
+    ObserverList() = default;
+    ObserverList(const ObserverList &) = delete;
+    ObserverList &operator=(const ObserverList &) = delete;
+
+    // The observer is told until the subscription is destroyed, which may outlive the list.
+    [[nodiscard]] Subscription add(Observer observer)
+    {
+        entries->push_back(std::make_shared<Entry>(Entry{std::move(observer)}));
+        return std::make_unique<Observation>(entries, entries->back());
+    }
+
+    // Tells the observers in the order of their coming. One that ends meanwhile is not told any more, one that is added
+    // meanwhile waits for the next time, and when the list itself is destroyed meanwhile, nobody else is told.
+    void notify(Arguments... arguments) const
+    {
+        const Entries present = *entries;
+        const std::weak_ptr<Entries> list = entries;
+        for (const auto &entry : present) {
+            if (list.expired())
+                return;
+            if (entry->observes)
+                entry->observer(arguments...);
+        }
+    }
+
+    std::size_t count() const { return entries->size(); }
+
+private:
+    struct Entry {
+        Observer observer;
+        bool observes = true;
+    };
+    using Entries = std::vector<std::shared_ptr<Entry>>;
+
+    class Observation final : public SubscriptionBase {
+    public:
+        Observation(const std::shared_ptr<Entries> &entries, std::shared_ptr<Entry> own)
+            : list(entries), entry(std::move(own))
+        {}
+        ~Observation() override
+        {
+            entry->observes = false;
+            if (const auto living = list.lock())
+                std::erase(*living, entry);
+        }
+
+    private:
+        std::weak_ptr<Entries> list;
+        std::shared_ptr<Entry> entry;
+    };
+
+    std::shared_ptr<Entries> entries = std::make_shared<Entries>();
+};
+
+}  // namespace korvane::platform
