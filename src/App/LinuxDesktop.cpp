@@ -21,9 +21,10 @@ xcb_connection_t *viewsConnection()
 }  // namespace
 
 LinuxDesktop::LinuxDesktop()
-    : defaults(loop, platform::defaultsFile()), login(platform::autostartFile(), platform::runningExecutable()),
+    : sessionBus(loop, platform::MessageBus::Kind::session), systemBus(loop, platform::MessageBus::Kind::system),
+      defaults(loop, platform::defaultsFile()), login(platform::autostartFile(), platform::runningExecutable()),
       launching(catalogue, [] { return std::uint32_t{0}; }), audio(loop),
-      brightness(loop, platform::logindBacklightWriter())
+      brightness(loop, platform::logindBacklightWriter(systemBus))
 {}
 
 std::unique_ptr<LinuxDesktop> LinuxDesktop::open(const std::string &display)
@@ -35,8 +36,9 @@ std::unique_ptr<LinuxDesktop> LinuxDesktop::open(const std::string &display)
                                     [&self](std::string_view name) { return self.loadIcon(name); });
     if (!self.windows)
         return nullptr;
-    self.badges = std::make_unique<platform::LauncherBadges>([&self] { self.badgesChanged(); });
-    self.session = std::make_unique<platform::LoginSession>([&self](bool away) {
+    self.badges =
+        std::make_unique<platform::LauncherBadges>(self.loop, self.sessionBus, [&self] { self.badgesChanged(); });
+    self.session = std::make_unique<platform::LoginSession>(self.systemBus, [&self](bool away) {
         self.windows->announce(away ? platform::SessionEvent::sessionResigned : platform::SessionEvent::sessionActive);
     });
     self.dialogs = std::make_unique<platform::QtDialogs>(&self.windows->panels());

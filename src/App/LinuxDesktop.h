@@ -8,6 +8,7 @@
 #include "Platform/Linux/IconTheme.h"
 #include "Platform/Linux/LauncherBadges.h"
 #include "Platform/Linux/LoginSession.h"
+#include "Platform/Linux/MessageBus.h"
 #include "Platform/Linux/PropertyListDefaults.h"
 #include "Platform/Linux/PulseAudio.h"
 #include "Platform/Linux/XdgLoginItem.h"
@@ -37,6 +38,7 @@ private:
     platform::ImagePtr loadIcon(std::string_view name);
 
     platform::QtMainLoop loop;
+    platform::MessageBus sessionBus, systemBus;
     platform::PropertyListDefaults defaults;
     platform::XdgLoginItem login;
     platform::DesktopCatalogue catalogue;
