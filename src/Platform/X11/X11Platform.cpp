@@ -16,7 +16,7 @@ namespace korvane::platform {
 struct X11Platform::Parts {
     Parts(std::unique_ptr<x11::Connection> opened, const X11Options &options, MainLoop &loop,
           ApplicationCatalogue &catalogue, IconLoader loadIcon)
-        : connection(std::move(opened)), mirror(*connection, loop), filled((mirror.fill(), true)), time(*connection),
+        : connection(std::move(opened)), mirror(*connection, loop), filled((mirror.fill(), true)), time(*connection, loop),
           table(mirror, catalogue), actions(*connection, mirror, table, time),
           applications(*connection, mirror, table, actions, std::move(loadIcon), loop),
           accessibility(mirror, table, actions), windowList(mirror), screens(*connection, mirror, loop, options.scale),
