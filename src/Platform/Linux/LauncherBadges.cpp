@@ -17,6 +17,7 @@ constexpr std::size_t mostSenders = 128;
 constexpr std::size_t mostEntriesOfOneSender = 16;
 constexpr std::size_t longestName = 255;
 constexpr int mostProperties = 32;
+constexpr Seconds gatheringTime{0.016};
 
 void apply(LauncherEntryState &state, GVariant *properties)
 {
@@ -114,17 +115,13 @@ void LauncherBadges::follow(const std::string &name, Sender &sender)
                               });
 }
 
-// Whatever arrives in one turn of the loop is one change.
 void LauncherBadges::schedule()
 {
-    if (std::exchange(scheduled, true))
-        return;
-    loop.post([this, still = std::weak_ptr(alive)] {
-        if (still.expired())
-            return;
-        scheduled = false;
-        rebuild();
-    });
+    if (!gathering)
+        gathering = loop.after(gatheringTime, [this] {
+            gathering.reset();
+            rebuild();
+        });
 }
 
 void LauncherBadges::rebuild()

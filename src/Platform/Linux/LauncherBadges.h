@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <functional>
 #include <map>
-#include <memory>
 #include <string>
 #include <string_view>
 
@@ -28,7 +27,7 @@ public:
     using Processes = std::map<std::string, std::int32_t>;
 
     // Listens from now on; a bus that is not there gives no badges. `changed` comes from the run loop, after the labels
-    // or the processes changed, at most once a turn. No call waits for the bus.
+    // or the processes changed, at most once a frame. No call waits for the bus.
     LauncherBadges(MainLoop &loop, MessageBus &sessionBus, std::function<void()> changed);
     ~LauncherBadges();
     LauncherBadges(const LauncherBadges &) = delete;
@@ -61,9 +60,7 @@ private:
     std::map<std::string, Sender> senders;
     Labels shownLabels;
     Processes shownProcesses;
-    bool scheduled = false;
-    Subscription updates;
-    std::shared_ptr<bool> alive = std::make_shared<bool>(true);  // for what is posted
+    Subscription updates, gathering;
 };
 
 }  // namespace korvane::platform

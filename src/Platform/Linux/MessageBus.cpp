@@ -13,6 +13,8 @@ namespace korvane::platform {
 namespace {
 
 constexpr int answerMilliseconds = 5000;
+constexpr auto connectionFlags = static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT
+                                                                   | G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
 constexpr Seconds connectingTime{5}, firstDelay{1}, longestDelay{60};
 
 std::string fromEnvironment(const char *variable)
@@ -105,12 +107,10 @@ public:
         if (address.empty())
             return failed();
         cancel.reset(g_cancellable_new());
-        constexpr auto flags = static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT
-                                                                 | G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
         // A connection of our own and not the one that a process shares: that one lives, dead, for as long as anybody
         // in the process keeps it, and nobody could connect anew.
-        g_dbus_connection_new_for_address(address.c_str(), flags, nullptr, cancel.get(), &Connection::connected,
-                                          hold(shared_from_this()));
+        g_dbus_connection_new_for_address(address.c_str(), connectionFlags, nullptr, cancel.get(),
+                                          &Connection::connected, hold(shared_from_this()));
         limit = loop.after(connectingTime, [this] { g_cancellable_cancel(cancel.get()); });
     }
 
@@ -328,6 +328,43 @@ private:
     std::function<void(const Answer &)> answered;
     bool sent = false;
 };
+
+bool MessageBus::answersWithin(Seconds time, Kind kind)
+{
+    const std::string address = addressOf(kind);
+    if (address.empty())
+        return true;
+    struct Attempt {
+        Gobject<GCancellable> cancel{g_cancellable_new()};
+        bool ended = false;
+    };
+    // In a loop of its own: nothing else may run while this waits. An attempt that is given up ends in its own time.
+    GMainContext *context = g_main_context_new();
+    g_main_context_push_thread_default(context);
+    const auto attempt = std::make_shared<Attempt>();
+    g_dbus_connection_new_for_address(
+        address.c_str(), connectionFlags, nullptr, attempt->cancel.get(),
+        [](GObject *, GAsyncResult *result, gpointer data) {
+            const Gobject<GDBusConnection> made(g_dbus_connection_new_for_address_finish(result, nullptr));
+            if (const auto living = take<Attempt>(data))
+                living->ended = true;
+        },
+        hold(attempt));
+    const gint64 end = g_get_monotonic_time() + static_cast<gint64>(time.count() * G_USEC_PER_SEC);
+    GSource *limit = g_timeout_source_new(static_cast<guint>(time.count() * 1000));
+    g_source_set_callback(
+        limit, [](gpointer) -> gboolean { return G_SOURCE_CONTINUE; }, nullptr, nullptr);
+    g_source_attach(limit, context);
+    while (!attempt->ended && g_get_monotonic_time() < end)
+        g_main_context_iteration(context, TRUE);
+    g_source_destroy(limit);
+    g_source_unref(limit);
+    if (!attempt->ended)
+        g_cancellable_cancel(attempt->cancel.get());
+    g_main_context_pop_thread_default(context);
+    g_main_context_unref(context);
+    return attempt->ended;
+}
 
 MessageBus::MessageBus(MainLoop &loop, Kind kind) : connection(std::make_shared<Connection>(loop, kind))
 {

@@ -49,6 +49,10 @@ public:
     // comes once, from the run loop, and lives as long as that call.
     [[nodiscard]] Subscription call(Method method, GVariant *arguments, std::function<void(const Answer &)> answered);
 
+    // Whether the bus takes a connection or refuses it, or there is none. False when it does neither in that time, for
+    // which this waits: before a library is used that would wait without an end.
+    static bool answersWithin(Seconds time, Kind kind);
+
 private:
     class Connection;
     class Interest;

@@ -170,6 +170,20 @@ TEST_F(Bus, OneThatHangsKeepsNobodyWaiting)
     EXPECT_TRUE(loop.turnUntil([&] { return !answers.empty() && answers.front().value; }));
 }
 
+TEST_F(Bus, WhetherItAnswersIsKnownInABoundedTime)
+{
+    constexpr Seconds limit{0.3};
+    EXPECT_TRUE(MessageBus::answersWithin(limit, MessageBus::Kind::session));
+    daemon.suspend(true);
+    const auto before = loop.monotonicNow();
+    EXPECT_FALSE(MessageBus::answersWithin(limit, MessageBus::Kind::session));
+    EXPECT_LT((loop.monotonicNow() - before).count(), 1);
+    daemon.suspend(false);
+    EXPECT_TRUE(MessageBus::answersWithin(limit, MessageBus::Kind::session));
+    daemon.stop();
+    EXPECT_TRUE(MessageBus::answersWithin(limit, MessageBus::Kind::session));
+}
+
 TEST_F(Bus, OneThatHangsForLongIsGivenUpAndTriedAgain)
 {
     daemon.suspend(true);

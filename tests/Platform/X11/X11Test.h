@@ -1,6 +1,7 @@
 // A test on an X server of its own, with the backend under test and programs with windows.
 #pragma once
 
+#include "Platform/X11/Callbacks.h"
 #include "Platform/X11/X11Platform.h"
 #include "tests/support/GlibLoop.h"
 #include "tests/support/SampleClient.h"
@@ -24,9 +25,20 @@ public:
         return known == byClass.end() ? std::nullopt : std::optional(known->second);
     }
     unsigned revision() const override { return changes; }
+    Subscription observe(std::function<void()> callback) override { return observers.add(std::move(callback)); }
+
+    // Something was installed; from the run loop.
+    void change()
+    {
+        ++changes;
+        observers.call();
+    }
 
     std::map<std::string, ApplicationIdentity> byClass;
+
+private:
     unsigned changes = 0;
+    x11::Callbacks<> observers;
 };
 
 class X11Test : public ::testing::Test {
