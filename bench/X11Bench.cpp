@@ -17,6 +17,7 @@ class NoCatalogue final : public ApplicationCatalogue {
 public:
     std::optional<ApplicationIdentity> match(const WindowOrigin &) override { return std::nullopt; }
     unsigned revision() const override { return 0; }
+    Subscription observe(std::function<void()>) override { return nullptr; }
 };
 
 double processorSeconds()

@@ -3,13 +3,16 @@
 #include "App/LinuxDesktop.h"
 #include "App/MemoryRelease.h"
 #include "App/Startup.h"
+#include "Platform/Linux/MessageBus.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QSocketNotifier>
 #include <clocale>
 #include <csignal>
 #include <cstdlib>
 #include <iostream>
+#include <memory>
 #include <string>
 #include <sys/signalfd.h>
 #include <unistd.h>
@@ -37,6 +40,27 @@ int endSignals()
     return signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
 }
 
+// Makes the toolkit's application. Its road to the accessibility bus, and that of themes, goes by the session bus and
+// waits for it without an end. While that bus hangs they are told of none, and the bar comes up without them.
+std::unique_ptr<QApplication> makeApplication(int &argumentCount, char **arguments)
+{
+    using korvane::platform::MessageBus;
+    constexpr const char *variable = "DBUS_SESSION_BUS_ADDRESS";
+    if (MessageBus::answersWithin(korvane::platform::Seconds(1), MessageBus::Kind::session))
+        return std::make_unique<QApplication>(argumentCount, arguments);
+    std::cerr << "korvane: the session bus does not answer; the bar can't be read by assistive programs" << std::endl;
+    const bool isSet = qEnvironmentVariableIsSet(variable);
+    const QByteArray address = qgetenv(variable);
+    qputenv(variable, "unix:path=/dev/null");
+    auto application = std::make_unique<QApplication>(argumentCount, arguments);
+    (void)QAccessible::isActive();  // looks for the bus now, and then never again
+    if (isSet)
+        qputenv(variable, address);
+    else
+        qunsetenv(variable);
+    return application;
+}
+
 void releaseMemory()
 {
 #ifdef __GLIBC__
@@ -60,7 +84,7 @@ int main(int argumentCount, char **arguments)
     qputenv("QT_QPA_PLATFORM", "xcb");
     // The connection to the windows is served by GLib's sources.
     qunsetenv("QT_NO_GLIB");
-    QApplication application(argumentCount, arguments);
+    const auto application = makeApplication(argumentCount, arguments);
     // The toolkit takes the user's locale; numbers in files must not.
     std::setlocale(LC_NUMERIC, "C");
     QApplication::setApplicationName(QStringLiteral("korvane"));
@@ -81,7 +105,7 @@ int main(int argumentCount, char **arguments)
         delegate.appModel().changed.add([&] { memory.windowCount(delegate.appModel().runningApps().size()); });
     delegate.applicationDidFinishLaunching();
     QSocketNotifier endNotifier(ending, QSocketNotifier::Read);
-    QObject::connect(&endNotifier, &QSocketNotifier::activated, &application, [] { QApplication::quit(); });
+    QObject::connect(&endNotifier, &QSocketNotifier::activated, application.get(), [] { QApplication::quit(); });
     const int status = QApplication::exec();
     delegate.applicationWillTerminate();
     ::close(ending);

@@ -6,6 +6,7 @@
 #include <QGuiApplication>
 #include <QIcon>
 #include <chrono>
+#include <utility>
 
 namespace korvane {
 namespace {
@@ -21,9 +22,10 @@ xcb_connection_t *viewsConnection()
 }  // namespace
 
 LinuxDesktop::LinuxDesktop()
-    : defaults(loop, platform::defaultsFile()), login(platform::autostartFile(), platform::runningExecutable()),
+    : sessionBus(loop, platform::MessageBus::Kind::session), systemBus(loop, platform::MessageBus::Kind::system),
+      defaults(loop, platform::defaultsFile()), login(platform::autostartFile(), platform::runningExecutable()),
       launching(catalogue, [] { return std::uint32_t{0}; }), audio(loop),
-      brightness(loop, platform::logindBacklightWriter())
+      brightness(loop, platform::logindBacklightWriter(systemBus))
 {}
 
 std::unique_ptr<LinuxDesktop> LinuxDesktop::open(const std::string &display)
@@ -35,32 +37,14 @@ std::unique_ptr<LinuxDesktop> LinuxDesktop::open(const std::string &display)
                                     [&self](std::string_view name) { return self.loadIcon(name); });
     if (!self.windows)
         return nullptr;
-    self.badges = std::make_unique<platform::LauncherBadges>([&self] { self.badgesChanged(); });
-    self.session = std::make_unique<platform::LoginSession>([&self](bool away) {
+    self.badges = std::make_unique<platform::BadgedProgramsWatch>(
+        self.loop, self.sessionBus, self.catalogue,
+        [&self](platform::BadgedPrograms programs) { self.windows->setBadgedPrograms(std::move(programs)); });
+    self.session = std::make_unique<platform::LoginSession>(self.systemBus, [&self](bool away) {
         self.windows->announce(away ? platform::SessionEvent::sessionResigned : platform::SessionEvent::sessionActive);
     });
     self.dialogs = std::make_unique<platform::QtDialogs>(&self.windows->panels());
     return desktop;
-}
-
-// A badge counts whether or not its program has a window.
-void LinuxDesktop::badgesChanged()
-{
-    constexpr std::string_view suffix = ".desktop";
-    windows->setLauncherBadges(badges->labels());
-    std::vector<platform::x11::WindowlessApplication> windowless;
-    for (const auto &[entry, pid] : badges->processes()) {
-        const auto identity = catalogue.withIdentifier(std::string_view(entry).substr(0, entry.size() - suffix.size()));
-        if (!identity)
-            continue;
-        platform::Application snapshot;
-        snapshot.pid = pid;
-        snapshot.localizedName = identity->name;
-        snapshot.bundleIdentifier = identity->bundleIdentifier;
-        snapshot.bundlePath = identity->entryPath;
-        windowless.push_back({std::move(snapshot), identity->iconName});
-    }
-    windows->setWindowlessApplications(std::move(windowless));
 }
 
 platform::ImagePtr LinuxDesktop::loadIcon(std::string_view name)

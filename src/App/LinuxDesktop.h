@@ -3,11 +3,12 @@
 
 #include "Platform/Icu/IcuText.h"
 #include "Platform/Linux/Backlight.h"
+#include "Platform/Linux/BadgedPrograms.h"
 #include "Platform/Linux/DesktopCatalogue.h"
 #include "Platform/Linux/GioLaunching.h"
 #include "Platform/Linux/IconTheme.h"
-#include "Platform/Linux/LauncherBadges.h"
 #include "Platform/Linux/LoginSession.h"
+#include "Platform/Linux/MessageBus.h"
 #include "Platform/Linux/PropertyListDefaults.h"
 #include "Platform/Linux/PulseAudio.h"
 #include "Platform/Linux/XdgLoginItem.h"
@@ -33,10 +34,10 @@ public:
 
 private:
     LinuxDesktop();
-    void badgesChanged();
     platform::ImagePtr loadIcon(std::string_view name);
 
     platform::QtMainLoop loop;
+    platform::MessageBus sessionBus, systemBus;
     platform::PropertyListDefaults defaults;
     platform::XdgLoginItem login;
     platform::DesktopCatalogue catalogue;
@@ -47,7 +48,7 @@ private:
     platform::Backlight brightness;
     std::unique_ptr<platform::IconTheme> theme;  // made at the first icon
     std::unique_ptr<platform::X11Platform> windows;
-    std::unique_ptr<platform::LauncherBadges> badges;
+    std::unique_ptr<platform::BadgedProgramsWatch> badges;
     std::unique_ptr<platform::LoginSession> session;
     std::unique_ptr<platform::QtDialogs> dialogs;
 };

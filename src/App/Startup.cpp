@@ -1,10 +1,7 @@
 #include "App/Startup.h"
 
-#include <QDir>
-#include <QStandardPaths>
-#include <QString>
+#include <algorithm>
 #include <cstdlib>
-#include <unistd.h>
 #include <xcb/xcb.h>
 
 namespace korvane {
@@ -15,18 +12,20 @@ bool isSet(const char *text)
     return text && *text != '\0';
 }
 
-// One name for one display, however it is written (":0", ":0.0"), and for one user.
-QString lockName(const std::string &display)
+// One name for one display, however it is written (":0", ":0.0").
+std::string lockName(const std::string &display)
 {
-    QString place = QString::fromStdString(display);
+    std::string place = display;
     char *host = nullptr;
     int number = 0;
     if (xcb_parse_display(display.c_str(), &host, &number, nullptr) != 0) {
-        place = QString::fromUtf8(host) + u'-' + QString::number(number);
+        place = std::string(host) + '-' + std::to_string(number);
         std::free(host);
     }
-    place.replace(u'/', u'_').replace(u':', u'_');
-    return QStringLiteral("korvane-%1-%2.lock").arg(getuid()).arg(place);
+    std::replace_if(
+        place.begin(), place.end(), [](char letter) { return letter == '/' || letter == ':'; }, '_');
+    constexpr std::size_t longest = 200;
+    return "display-" + place.substr(0, longest) + ".lock";
 }
 
 }  // namespace
@@ -52,19 +51,21 @@ bool canOpenDisplay(const std::string &display)
 
 SingleInstance::SingleInstance(const std::string &displayName) : display(displayName) {}
 
-std::optional<Refusal> SingleInstance::claim()
+std::optional<Refusal> SingleInstance::claim(const std::vector<std::filesystem::path> &folders)
 {
-    QString directory = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
-    if (directory.isEmpty())
-        directory = QDir::tempPath();
-    lock = std::make_unique<QLockFile>(directory + u'/' + lockName(display));
-    lock->setStaleLockTime(0);  // however long the first one has been running, it is not stale while it lives
-    if (lock->tryLock(0))
-        return std::nullopt;
-    // A runtime directory that can't be written keeps nobody from starting.
-    if (lock->error() != QLockFile::LockFailedError)
-        return std::nullopt;
-    return Refusal{"korvane: already running on display " + display, 0};
+    using Outcome = platform::InstanceLock::Outcome;
+    switch (lock.take(folders, lockName(display))) {
+    case Outcome::heldByOther:
+        return Refusal{"korvane: already running on display " + display, 0};
+    case Outcome::obstructed:
+        return Refusal{"korvane: " + lock.obstacle().string()
+                           + " belongs to somebody else or is no file of ours; it has to go before Korvane can start",
+                       1};
+    case Outcome::taken:
+    case Outcome::unavailable:
+        break;
+    }
+    return std::nullopt;
 }
 
 }  // namespace korvane

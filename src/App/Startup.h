@@ -1,10 +1,12 @@
 // The reasons not to start, each with the one line that says so.
 #pragma once
 
-#include <QLockFile>
-#include <memory>
+#include "Platform/Linux/InstanceLock.h"
+
+#include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace korvane {
 
@@ -22,14 +24,16 @@ bool canOpenDisplay(const std::string &display);
 // Keeps a second program off the same display for as long as it lives.
 class SingleInstance {
 public:
-    // Names the display in the user's runtime directory.
     explicit SingleInstance(const std::string &display);
-    // Absent when this is the only one. A lock left behind by a program that died does not count.
-    std::optional<Refusal> claim();
+    // Absent when this is the only one, and where no folder can be written to, which keeps nobody from starting. A lock
+    // of a program that died does not count. A second start ends with status 0; another user's file in the lock's
+    // place is reported, with status 1.
+    std::optional<Refusal>
+    claim(const std::vector<std::filesystem::path> &folders = platform::InstanceLock::standardFolders());
 
 private:
     std::string display;
-    std::unique_ptr<QLockFile> lock;
+    platform::InstanceLock lock;
 };
 
 }  // namespace korvane

@@ -2,6 +2,7 @@
 
 #include "App/Startup.h"
 #include "tests/Models/AppModel/ModelFixture.h"
+#include "tests/Platform/Linux/TemporaryDirectory.h"
 #include "tests/Views/Kit/PaintCounter.h"
 
 #include <sstream>
@@ -194,12 +195,30 @@ TEST(Startup, EachReasonNotToStartIsOneLine)
 
 TEST(Startup, ASecondProgramOnTheSameDisplayFindsTheFirst)
 {
-    SingleInstance first(":4711"), second(":4711.0"), other(":4712");
-    EXPECT_FALSE(first.claim());
-    const auto refusal = second.claim();
+    const platform::TemporaryDirectory directory;
+    const std::vector folders{directory.path() / "korvane"};
+    SingleInstance second(":4711.0"), other(":4712"), third(":4711");
+    {
+        SingleInstance first(":4711");
+        EXPECT_FALSE(first.claim(folders));
+        const auto refusal = second.claim(folders);
+        ASSERT_TRUE(refusal);
+        EXPECT_EQ(refusal->status, 0);
+        EXPECT_FALSE(other.claim(folders));
+    }
+    EXPECT_FALSE(third.claim(folders));
+}
+
+TEST(Startup, WhatBlocksTheLockIsReportedInOneLine)
+{
+    const platform::TemporaryDirectory directory;
+    platform::writeFile(directory.path() / "korvane", "no folder");
+    SingleInstance blocked(":4711");
+    const auto refusal = blocked.claim({directory.path() / "korvane"});
     ASSERT_TRUE(refusal);
-    EXPECT_EQ(refusal->status, 0);
-    EXPECT_FALSE(other.claim());
+    EXPECT_EQ(refusal->status, 1);
+    EXPECT_NE(refusal->line.find((directory.path() / "korvane").string()), std::string::npos);
+    EXPECT_EQ(refusal->line.find('\n'), std::string::npos);
 }
 
 }  // namespace

@@ -90,6 +90,41 @@ TEST_P(ApplicationsContract, ChangesAreToldFromTheRunLoop)
     EXPECT_TRUE(waitFor([&] { return notices > 0; })) << "an application that ended";
 }
 
+// What polls rests between the notices, so what comes without one is not seen.
+TEST_P(ApplicationsContract, WhateverElseAnApplicationShowsIsToldTooWhenItChanges)
+{
+    using Badges = std::map<std::string, std::string>;
+    const Pid mail = world->start("Mail", "Inbox");
+    const Window inbox = onlyWindow(mail);
+    world->settle();
+    int notices = 0;
+    const auto observers = countNotices(notices);
+    // The change is there to be read when it is told.
+    const auto tells = [&](const char *what, const std::function<bool()> &shows) {
+        EXPECT_TRUE(waitFor([&] { return notices > 0 && shows(); })) << what;
+        world->settle();
+        notices = 0;
+    };
+    const auto name = [&] { return applications().find(mail)->localizedName.value_or(""); };
+    world->install(mail, "Post");
+    tells("an entry that was installed", [&] { return name() == "Post"; });
+    world->setBadge(mail, "7");
+    tells("a badge", [&] { return badges() == Badges{{"Post", "7"}}; });
+    world->setBadge(mail, "8");
+    tells("another badge", [&] { return badges() == Badges{{"Post", "8"}}; });
+    world->setBadge(mail, "");
+    tells("a badge that went", [&] { return badges().empty(); });
+    world->setAttention(mail, inbox, true);
+    tells("a window that wants attention", [&] { return badges() == Badges{{"Post", "!"}}; });
+    world->setAttention(mail, inbox, false);
+    tells("a window that has attention", [&] { return badges().empty(); });
+    const ImagePtr before = applications().icon(mail);
+    world->setIcon(mail, inbox);
+    tells("an icon", [&] { return applications().icon(mail) && applications().icon(mail) != before; });
+    world->rename(mail, inbox, "Letters");
+    tells("a name", [&] { return name() == "Letters"; });
+}
+
 TEST_P(ApplicationsContract, NothingIsToldWhenNothingHappens)
 {
     world->start("Mail", "Inbox");

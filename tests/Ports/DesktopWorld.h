@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <functional>
 #include <gtest/gtest.h>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -53,6 +54,15 @@ public:
     virtual void minimize(Pid pid, Window window) = 0;
     virtual void setCloseButton(Pid pid, Window window, bool present) = 0;
     virtual void setIdentifier(Pid pid, Window window, const std::string &identifier) = 0;
+
+    // On the launcher of a program that was started; empty takes it away.
+    virtual void setBadge(Pid pid, const std::string &label) = 0;
+    virtual void setAttention(Pid pid, Window window, bool wanted) = 0;
+    virtual void setIcon(Pid pid, Window window) = 0;
+    // The program says another name of itself.
+    virtual void rename(Pid pid, Window window, const std::string &name) = 0;
+    // What the system tells of the program becomes known, its name among it.
+    virtual void install(Pid pid, const std::string &name) = 0;
 
     // Further screens beside the first one, in desktop coordinates; replaces those set before.
     virtual void setFurtherScreens(const std::vector<Rect> &frames) = 0;
@@ -123,6 +133,21 @@ protected:
     {
         const auto &all = applications().running();
         return std::any_of(all.begin(), all.end(), [pid](const auto &one) { return one.pid == pid; });
+    }
+    // The badges of the dock, by the names of their applications.
+    std::map<std::string, std::string> badges()
+    {
+        std::map<std::string, std::string> found;
+        const auto docks = applications().withBundleIdentifier("com.apple.dock");
+        if (docks.empty())
+            return found;
+        using Elements = std::vector<Element>;
+        const Element root = accessibility().application(docks.front().pid);
+        for (const Element &list : read<Elements>(root, "AXChildren").value_or(Elements()))
+            for (const Element &item : read<Elements>(list, "AXChildren").value_or(Elements()))
+                found[read<std::string>(item, "AXTitle").value_or("")] =
+                    read<std::string>(item, "AXStatusLabel").value_or("");
+        return found;
     }
     // Counts the notices of every kind: one may stand for several changes.
     std::vector<Subscription> countNotices(int &count)

@@ -217,14 +217,12 @@ TEST_P(Closing, ABadgedProgramWithoutWindowsStandsInTheAttentionListUntilItsBadg
     chat.pid = 4711;
     chat.localizedName = "Chat";
     chat.bundlePath = "/apps/chat.desktop";
-    platform->setLauncherBadges({{"chat.desktop", "2"}});
-    platform->setWindowlessApplications({{chat, ""}});
+    platform->setBadgedPrograms({{{"chat.desktop", "2"}}, {{chat, ""}}});
     model->refresh(true);
     ASSERT_EQ(model->attentionApps().size(), 1U);
     EXPECT_EQ(model->attentionApps()[0].name, "Chat");
     EXPECT_EQ(names().size(), 3U);
-    platform->setLauncherBadges({});
-    platform->setWindowlessApplications({});
+    platform->setBadgedPrograms({});
     model->refresh(true);
     EXPECT_TRUE(model->attentionApps().empty());
     EXPECT_FALSE(applications().find(4711));

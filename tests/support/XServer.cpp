@@ -73,6 +73,12 @@ void XServer::stopManager(int signal)
     manager.reset();
 }
 
+void XServer::signalManager(int signal)
+{
+    if (manager)
+        manager->signal(signal);
+}
+
 std::unique_ptr<Process> XServer::start(const std::vector<std::string> &command, bool pipes) const
 {
     return std::make_unique<Process>(command, Process::Options{environment(), pipes, -1});

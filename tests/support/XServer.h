@@ -24,7 +24,10 @@ public:
 
     // Ends the one that runs. The new one is ready once it says so on the root window, which the caller waits for.
     void startManager(const std::vector<std::string> &command);
+    // Returns once it has ended.
     void stopManager(int signal);
+    // Returns at once.
+    void signalManager(int signal);
     bool hasManager() const { return manager != nullptr; }
 
     std::unique_ptr<Process> start(const std::vector<std::string> &command, bool pipes = false) const;

@@ -2,6 +2,7 @@
 // entries answer.
 #pragma once
 
+#include "Ports/MainLoop.h"
 #include "Ports/Values/Image.h"
 
 #include <functional>
@@ -27,6 +28,9 @@ struct ApplicationIdentity {
     std::string iconName;          // a theme's name or a path; may be empty
 };
 
+// An installation is many files, one after the other: who looks again on being told waits so long for the rest of it.
+constexpr Seconds installingTime{1};
+
 class ApplicationCatalogue {
 public:
     virtual ~ApplicationCatalogue() = default;
@@ -34,6 +38,8 @@ public:
     virtual std::optional<ApplicationIdentity> match(const WindowOrigin &origin) = 0;
     // A number that changes when applications were installed or removed, or another one was given a role.
     virtual unsigned revision() const = 0;
+    // Told from the run loop when that number has changed. Null when it never does.
+    [[nodiscard]] virtual Subscription observe(std::function<void()> callback) = 0;
 };
 
 // A picture for an icon's name or path, at 64 pixels; null when there is none.

@@ -15,7 +15,6 @@ namespace fs = std::filesystem;
 
 // So long a value that was asked for stands for the one that the kernel still shows.
 constexpr Seconds settlingTime{0.5};
-constexpr int answerMilliseconds = 5000;
 
 std::optional<std::int64_t> readNumber(const fs::path &file)
 {
@@ -34,10 +33,11 @@ int rankOf(const fs::path &folder)
     return type == "platform" ? 2 : 1;
 }
 
-// The session's wishes at logind: one under way, and of those that come meanwhile only the latest. The connection to
-// the system's bus is made at the first, and made anew after it was lost.
-class Session : public std::enable_shared_from_this<Session> {
+// The session's wishes at logind: one under way, and of those that come meanwhile only the latest.
+class Session {
 public:
+    explicit Session(MessageBus &systemBus) : bus(systemBus) {}
+
     // False while the last answer was a refusal; logind is asked all the same, it may have come since.
     bool ask(const std::string &device, std::uint32_t brightness)
     {
@@ -53,81 +53,35 @@ private:
         std::uint32_t brightness = 0;
     };
 
-    gpointer hold() { return new std::weak_ptr<Session>(weak_from_this()); }
-    // Null when nobody wants to know any more.
-    static std::shared_ptr<Session> held(gpointer data)
-    {
-        const std::unique_ptr<std::weak_ptr<Session>> session(static_cast<std::weak_ptr<Session> *>(data));
-        return session->lock();
-    }
-
     void send()
     {
-        underWay = true;
-        if (!bus) {
-            g_bus_get(G_BUS_TYPE_SYSTEM, nullptr, connected, hold());
-            return;
-        }
         const Wish wish = *std::exchange(wanted, std::nullopt);
-        g_dbus_connection_call(bus.get(), "org.freedesktop.login1", "/org/freedesktop/login1/session/auto",
-                               "org.freedesktop.login1.Session", "SetBrightness",
-                               g_variant_new("(ssu)", "backlight", wish.device.c_str(), wish.brightness), nullptr,
-                               G_DBUS_CALL_FLAGS_NO_AUTO_START, answerMilliseconds, nullptr, answered, hold());
+        underWay = bus.call({"org.freedesktop.login1", "/org/freedesktop/login1/session/auto",
+                             "org.freedesktop.login1.Session", "SetBrightness"},
+                            g_variant_new("(ssu)", "backlight", wish.device.c_str(), wish.brightness),
+                            [this](const MessageBus::Answer &answer) { take(answer.value != nullptr); });
     }
-
-    static void connected(GObject *, GAsyncResult *result, gpointer data)
+    void take(bool obeyed)
     {
-        Gobject<GDBusConnection> connection(g_bus_get_finish(result, nullptr));
-        // The bar outlives its bus.
-        if (connection)
-            g_dbus_connection_set_exit_on_close(connection.get(), FALSE);
-        const auto session = held(data);
-        if (!session)
-            return;
-        session->bus = std::move(connection);
-        if (session->bus)
-            session->send();
-        else
-            session->refuse();
+        underWay.reset();
+        refused = !obeyed;
+        if (refused)
+            wanted.reset();
+        else if (wanted)
+            send();
     }
 
-    static void answered(GObject *source, GAsyncResult *result, gpointer data)
-    {
-        GVariant *reply = g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, nullptr);
-        const bool obeyed = reply != nullptr;
-        if (reply)
-            g_variant_unref(reply);
-        const auto session = held(data);
-        if (!session)
-            return;
-        if (!obeyed) {
-            session->refuse();
-            return;
-        }
-        session->refused = session->underWay = false;
-        if (session->wanted)
-            session->send();
-    }
-
-    void refuse()
-    {
-        refused = true;
-        underWay = false;
-        wanted.reset();
-        if (bus && g_dbus_connection_is_closed(bus.get()))
-            bus.reset();
-    }
-
-    Gobject<GDBusConnection> bus;
+    MessageBus &bus;
     std::optional<Wish> wanted;
-    bool underWay = false, refused = false;
+    Subscription underWay;
+    bool refused = false;
 };
 
 }  // namespace
 
-BacklightWriter logindBacklightWriter()
+BacklightWriter logindBacklightWriter(MessageBus &systemBus)
 {
-    return [session = std::make_shared<Session>()](const std::string &device, std::uint32_t brightness) {
+    return [session = std::make_shared<Session>(systemBus)](const std::string &device, std::uint32_t brightness) {
         return session->ask(device, brightness);
     };
 }

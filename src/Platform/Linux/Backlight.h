@@ -1,6 +1,7 @@
 // The brightness of a laptop's panel, by the kernel's files and, where only the session may write them, by logind.
 #pragma once
 
+#include "Platform/Linux/MessageBus.h"
 #include "Ports/Brightness.h"
 #include "Ports/MainLoop.h"
 
@@ -16,7 +17,7 @@ namespace korvane::platform {
 using BacklightWriter = std::function<bool(const std::string &device, std::uint32_t brightness)>;
 // That of the user's session at logind, over the system's bus. The first time it answers true before logind has; after
 // a refusal false, until a later wish is granted.
-BacklightWriter logindBacklightWriter();
+BacklightWriter logindBacklightWriter(MessageBus &systemBus);
 
 class Backlight final : public Brightness {
 public:

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <map>
+#include <utility>
 
 namespace korvane::platform {
 namespace {
@@ -151,9 +152,34 @@ public:
     Monitor &operator=(const Monitor &) = delete;
     ~Monitor() { g_signal_handler_disconnect(source.get(), handler); }
 
+    Subscription observe(std::function<void()> callback) const
+    {
+        return std::make_unique<Watch>(source.get(), std::move(callback));
+    }
+
     unsigned changes = 0;
 
 private:
+    // Told after the change was noted: handlers are called in the order of their coming.
+    class Watch final : public SubscriptionBase {
+    public:
+        using Callback = std::function<void()>;
+
+        Watch(GAppInfoMonitor *observed, Callback callback)
+            : monitor(G_APP_INFO_MONITOR(g_object_ref(observed))),
+              number(g_signal_connect_data(monitor.get(), "changed", G_CALLBACK(&Watch::call),
+                                           new Callback(std::move(callback)), &Watch::drop, GConnectFlags{}))
+        {}
+        ~Watch() override { g_signal_handler_disconnect(monitor.get(), number); }
+
+    private:
+        static void call(GAppInfoMonitor *, gpointer callback) { (*static_cast<Callback *>(callback))(); }
+        static void drop(gpointer callback, GClosure *) { delete static_cast<Callback *>(callback); }
+
+        Gobject<GAppInfoMonitor> monitor;
+        gulong number;
+    };
+
     static void noteChange(GAppInfoMonitor *, gpointer self) { ++static_cast<Monitor *>(self)->changes; }
 
     Gobject<GAppInfoMonitor> source;
@@ -172,6 +198,13 @@ DesktopCatalogue::Index &DesktopCatalogue::index()
         read = std::make_unique<Index>();
     }
     return *read;
+}
+
+Subscription DesktopCatalogue::observe(std::function<void()> callback)
+{
+    if (!monitor)
+        monitor = std::make_unique<Monitor>();
+    return monitor->observe(std::move(callback));
 }
 
 unsigned DesktopCatalogue::revision() const

@@ -19,6 +19,8 @@ public:
 
     std::optional<ApplicationIdentity> match(const WindowOrigin &origin) override;
     unsigned revision() const override;
+    // Of several changes in a row only the first is told until somebody asks for an application.
+    [[nodiscard]] Subscription observe(std::function<void()> callback) override;
 
     // The application of a fixed identifier, if one fills that role, or of a desktop entry's id.
     std::optional<ApplicationIdentity> withIdentifier(std::string_view identifier);

@@ -11,6 +11,7 @@ struct GlibFree {
     void operator()(gchar *text) const { g_free(text); }
     void operator()(GKeyFile *file) const { g_key_file_unref(file); }
     void operator()(GError *error) const { g_error_free(error); }
+    void operator()(GVariant *value) const { g_variant_unref(value); }
 };
 
 template <typename T> struct GobjectUnref {
@@ -19,6 +20,7 @@ template <typename T> struct GobjectUnref {
 
 using GlibText = std::unique_ptr<gchar, GlibFree>;
 using GlibKeyFile = std::unique_ptr<GKeyFile, GlibFree>;
+using GlibVariant = std::unique_ptr<GVariant, GlibFree>;
 template <typename T> using Gobject = std::unique_ptr<T, GobjectUnref<T>>;
 
 }  // namespace korvane::platform

@@ -2,8 +2,10 @@
 // locked, or the machine is about to sleep.
 #pragma once
 
+#include "Platform/Linux/MessageBus.h"
+
 #include <functional>
-#include <memory>
+#include <string>
 
 namespace korvane::platform {
 
@@ -11,16 +13,27 @@ class LoginSession {
 public:
     // Listens from now on; without logind nobody is ever away. `changed` comes from the run loop, with what isAway()
     // answers then. No call waits for the bus.
-    explicit LoginSession(std::function<void(bool away)> changed);
+    LoginSession(MessageBus &systemBus, std::function<void(bool away)> changed);
     ~LoginSession();
     LoginSession(const LoginSession &) = delete;
     LoginSession &operator=(const LoginSession &) = delete;
 
-    bool isAway() const;
+    bool isAway() const { return !active || locked || sleeping; }
 
 private:
-    class Watcher;
-    std::shared_ptr<Watcher> watcher;  // calls of the bus that are still under way hold it weakly
+    void managerCameOrWent(bool present);
+    void follow(const std::string &path);
+    void read();
+    void takeChanges(GVariant *arguments);
+    void takeSleep(GVariant *arguments);
+    void takeProperties(GVariant *values);
+    void update(const std::function<void()> &change);
+
+    MessageBus &bus;
+    std::function<void(bool)> changed;
+    std::string session;
+    bool active = true, locked = false, sleeping = false;
+    Subscription manager, sleepSignal, propertySignal, question;
 };
 
 }  // namespace korvane::platform

@@ -1,5 +1,7 @@
 #include "Platform/Linux/PrivateFile.h"
 
+#include "Platform/Linux/Descriptor.h"
+
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -15,23 +17,6 @@ std::string lastError()
 {
     return std::error_code(errno, std::generic_category()).message();
 }
-
-class Descriptor {
-public:
-    explicit Descriptor(int opened) : number(opened) {}
-    Descriptor(const Descriptor &) = delete;
-    Descriptor &operator=(const Descriptor &) = delete;
-    ~Descriptor()
-    {
-        if (number >= 0)
-            ::close(number);
-    }
-    int get() const { return number; }
-    explicit operator bool() const { return number >= 0; }
-
-private:
-    int number;
-};
 
 bool writeAll(int descriptor, std::string_view contents)
 {

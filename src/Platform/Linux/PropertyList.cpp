@@ -1,5 +1,6 @@
 #include "Platform/Linux/PropertyList.h"
 
+#include <algorithm>
 #include <clocale>
 #include <cmath>
 #include <cstdlib>
@@ -10,6 +11,7 @@ namespace korvane::platform {
 namespace {
 
 constexpr int deepestNesting = 64;
+constexpr std::size_t mostKeys = 50'000, mostTags = 1'000'000, mostCharacterNames = 50'000;
 
 struct PlistDeleter {
     void operator()(void *node) const { plist_free(node); }
@@ -229,9 +231,20 @@ std::size_t sequenceLength(std::string_view text)
 
 }  // namespace
 
+bool holdsTooMuch(std::string_view xml)
+{
+    std::size_t keys = 0, tags = 0;
+    for (auto at = xml.find('<'); at != std::string_view::npos; at = xml.find('<', at + 1)) {
+        keys += xml.substr(at).starts_with("<key") ? 1 : 0;
+        if (++tags > mostTags || keys > mostKeys)
+            return true;
+    }
+    return static_cast<std::size_t>(std::count(xml.begin(), xml.end(), '&')) > mostCharacterNames;
+}
+
 std::optional<PropertyList> parsePropertyList(std::string_view xml)
 {
-    if (!isWhole(xml) || !isShallow(xml))
+    if (holdsTooMuch(xml) || !isWhole(xml) || !isShallow(xml))
         return std::nullopt;
     const PlainNumbers plainNumbers;
     plist_t parsed = nullptr;

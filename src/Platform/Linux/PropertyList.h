@@ -24,8 +24,12 @@ using PropertyValue =
     std::variant<bool, std::int64_t, double, std::string, std::vector<std::string>, StringMap, Bytes, ForeignValuePtr>;
 using PropertyList = std::map<std::string, PropertyValue, std::less<>>;
 
-// Absent when the text is not a whole property list with a dictionary at its top. A number that is not finite is left
-// out, as if its key were missing.
+// Whether a text holds more than the library reads in a fraction of a second: its time grows with the square of the
+// keys, and of the characters that are written by name. No settings that a person made come near.
+bool holdsTooMuch(std::string_view xml);
+
+// Absent when the text holds too much, or is not a whole property list with a dictionary at its top. A number that is
+// not finite is left out, as if its key were missing.
 std::optional<PropertyList> parsePropertyList(std::string_view xml);
 
 // Whatever the user's locale. Numbers have to be finite and texts storable.

@@ -76,7 +76,10 @@ void PropertyListDefaults::load()
             return;
         }
     }
-    writable = setAside(contents.outcome == FileContents::Outcome::read ? "it is damaged" : contents.reason);
+    if (contents.outcome != FileContents::Outcome::read)
+        writable = setAside(contents.reason);
+    else
+        writable = setAside(holdsTooMuch(contents.bytes) ? "it holds too much" : "it is damaged");
 }
 
 bool PropertyListDefaults::setAside(const std::string &reason)

@@ -128,7 +128,26 @@ void SimulatedApplications::setDock(const std::optional<DockItem> &root)
         put(std::move(dock));
     }
     processes.at(dockPid).dock = std::make_shared<const DockNode>(dockPid, *root);
-    touch(processes.at(dockPid));
+    windowsChanged(processes.at(dockPid));
+}
+
+void SimulatedApplications::changeApplication(Pid pid, const std::function<void(Application &)> &change)
+{
+    ProcessNode *owner = node(pid);
+    if (!owner)
+        return;
+    change(snapshots[owner->place]);
+    snapshots[owner->place].pid = pid;
+    windowsChanged(*owner);
+}
+
+void SimulatedApplications::setIcon(Pid pid, platform::ImagePtr icon)
+{
+    ProcessNode *owner = node(pid);
+    if (!owner)
+        return;
+    owner->icon = std::move(icon);
+    windowsChanged(*owner);
 }
 
 void SimulatedApplications::setActive(std::optional<Pid> pid)

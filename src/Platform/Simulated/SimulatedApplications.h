@@ -66,6 +66,9 @@ public:
     void setHidden(Pid pid, bool hidden);
     // Ended, but still listed for a moment.
     void setTerminated(Pid pid, bool terminated);
+    // What the application says of itself, other than which one it is.
+    void changeApplication(Pid pid, const std::function<void(Application &)> &change);
+    void setIcon(Pid pid, platform::ImagePtr icon);
     // A new window at the end of the application's list.
     void openWindow(Pid pid, Window window);
     void closeWindow(Pid pid, Hash hash);

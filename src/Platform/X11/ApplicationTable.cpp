@@ -74,8 +74,11 @@ std::optional<ApplicationEvent> ApplicationTable::apply(const MirrorChanges &cha
     }
     for (const WindowId id : changes.icons)
         if (const WindowRecord *record = window(id))
-            if (ApplicationEntry *entry = find(record->pid))
+            if (ApplicationEntry *entry = find(record->pid); entry && entry->icon && entry->iconIsOfWindow) {
                 entry->icon.reset();
+                entry->revision = ++revisions;
+                activated();
+            }
     return event;
 }
 
@@ -170,12 +173,7 @@ void ApplicationTable::identify(Pid pid, ApplicationEntry &entry)
 
 const std::vector<Application> &ApplicationTable::running()
 {
-    if (const unsigned revision = catalogue.revision(); revision != catalogueRevision) {
-        catalogueRevision = revision;
-        for (auto &[pid, entry] : entries)
-            identify(pid, entry);
-        stale = true;
-    }
+    identifyAgain();
     if (std::exchange(stale, false)) {
         runningApplications.clear();
         for (const Pid pid : order) {
@@ -188,10 +186,33 @@ const std::vector<Application> &ApplicationTable::running()
     return runningApplications;
 }
 
+void ApplicationTable::identifyAgain()
+{
+    const unsigned revision = catalogue.revision();
+    if (revision == catalogueRevision)
+        return;
+    catalogueRevision = revision;
+    for (auto &[pid, entry] : entries) {
+        const Application before = entry.snapshot;
+        const std::string iconBefore = entry.iconName;
+        identify(pid, entry);
+        if (entry.snapshot == before && entry.iconName == iconBefore)
+            continue;
+        entry.revision = ++revisions;
+        identityChanged = stale = true;
+    }
+}
+
+bool ApplicationTable::takeIdentityChange()
+{
+    identifyAgain();
+    return std::exchange(identityChanged, false);
+}
+
 void ApplicationTable::appendWindowless()
 {
     const std::size_t withWindows = runningApplications.size();
-    for (const WindowlessApplication &candidate : windowlessApplications) {
+    for (const BadgedProcess &candidate : badgedProcesses) {
         const auto end = runningApplications.begin() + static_cast<std::ptrdiff_t>(withWindows);
         const bool known = std::any_of(runningApplications.begin(), end, [&](const Application &application) {
             return application.pid == candidate.snapshot.pid || application.bundlePath == candidate.snapshot.bundlePath;
@@ -201,18 +222,31 @@ void ApplicationTable::appendWindowless()
     }
 }
 
-void ApplicationTable::setWindowless(std::vector<WindowlessApplication> applications)
+std::optional<ApplicationEvent> ApplicationTable::setBadged(std::vector<BadgedProcess> processes)
 {
-    windowlessApplications = std::move(applications);
+    if (processes == badgedProcesses)
+        return std::nullopt;
+    const auto pids = [](const std::vector<BadgedProcess> &list) {
+        std::unordered_set<Pid> found;
+        for (const BadgedProcess &one : list)
+            found.insert(one.snapshot.pid);
+        return found;
+    };
+    const auto before = pids(badgedProcesses), now = pids(processes);
+    badgedProcesses = std::move(processes);
     stale = true;
+    const auto isIn = [](const auto &set) { return [&set](Pid pid) { return set.contains(pid); }; };
+    if (!std::all_of(now.begin(), now.end(), isIn(before)))
+        return ApplicationEvent::launched;
+    return std::all_of(before.begin(), before.end(), isIn(now)) ? ApplicationEvent::activated
+                                                                : ApplicationEvent::terminated;
 }
 
-const WindowlessApplication *ApplicationTable::windowless(Pid pid) const
+const BadgedProcess *ApplicationTable::badged(Pid pid) const
 {
-    const auto found =
-        std::find_if(windowlessApplications.begin(), windowlessApplications.end(),
-                     [pid](const WindowlessApplication &application) { return application.snapshot.pid == pid; });
-    return found == windowlessApplications.end() ? nullptr : &*found;
+    const auto found = std::find_if(badgedProcesses.begin(), badgedProcesses.end(),
+                                    [pid](const BadgedProcess &process) { return process.snapshot.pid == pid; });
+    return found == badgedProcesses.end() ? nullptr : &*found;
 }
 
 void ApplicationTable::findActive()

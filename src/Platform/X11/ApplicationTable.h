@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Platform/Linux/ApplicationCatalogue.h"
+#include "Platform/Linux/BadgedPrograms.h"
 #include "Platform/X11/PropertyMirror.h"
 #include "Ports/Applications.h"
 
@@ -18,14 +19,9 @@ struct ApplicationEntry {
     WindowOrigin origin;
     std::string iconName;
     std::optional<ImagePtr> icon;  // absent until asked for
+    bool iconIsOfWindow = false;   // and not of what is installed
     std::uint64_t revision = 0;
     std::vector<WindowId> hiddenWindows;  // those that hiding minimised, and showing again has to restore
-};
-
-// A process that shows no window but a badge on its launcher, and counts as an application for that.
-struct WindowlessApplication {
-    Application snapshot;
-    std::string iconName;
 };
 
 class ApplicationTable {
@@ -40,10 +36,16 @@ public:
     const std::vector<Application> &running();
     // Null for a process without windows; one that has only docks or the like is found.
     ApplicationEntry *find(Pid pid);
-    // In place of those that were set before.
-    void setWindowless(std::vector<WindowlessApplication> applications);
+    // In place of those that were set before. The event that stands for the difference, or absent.
+    std::optional<ApplicationEvent> setBadged(std::vector<BadgedProcess> processes);
     // Null for a process that is none of them.
-    const WindowlessApplication *windowless(Pid pid) const;
+    const BadgedProcess *badged(Pid pid) const;
+    // Asks the catalogue anew once it has changed. Answers whether anything came out different since the last call.
+    bool takeIdentityChange();
+    [[nodiscard]] Subscription observeCatalogue(std::function<void()> callback)
+    {
+        return catalogue.observe(std::move(callback));
+    }
     // The process that has the focus; 0 without one.
     Pid focusedPid() const { return activePid; }
     // The task that has the focus, itself or by one of its dialogs; 0 without one.
@@ -56,6 +58,7 @@ private:
     bool regroup(std::optional<ApplicationEvent> &event);
     void findActive();
     void appendWindowless();
+    void identifyAgain();
     void identify(Pid pid, ApplicationEntry &entry);
     bool describe(Pid pid, ApplicationEntry &entry);
     std::optional<ApplicationEvent> updateHiding(ApplicationEntry &entry);
@@ -65,9 +68,9 @@ private:
     ApplicationCatalogue &catalogue;
     std::unordered_map<Pid, ApplicationEntry> entries;
     std::vector<Pid> order;
-    std::vector<WindowlessApplication> windowlessApplications;
+    std::vector<BadgedProcess> badgedProcesses;
     std::vector<Application> runningApplications;
-    bool stale = true;
+    bool stale = true, identityChanged = false;
     unsigned catalogueRevision = 0;
     std::uint64_t revisions = 0;
     WindowId activeTask = 0;

@@ -52,6 +52,13 @@ public:
     xcb_window_t root() const { return screen->root; }
     // A window of our own that is never shown.
     xcb_window_t ownWindow() const { return window; }
+    // The root window and those that this connection has made. They report here what everything else rests on, so
+    // nobody who follows the windows of other programs may change what they report.
+    bool isOurs(xcb_window_t candidate) const
+    {
+        const auto mask = setup().resource_id_mask;
+        return candidate == root() || (candidate & ~mask) == (window & ~mask);
+    }
     int screenNumber() const { return number; }
     const xcb_setup_t &setup() const { return *xcb_get_setup(handle); }
     const xcb_screen_t &screenInfo() const { return *screen; }

@@ -255,8 +255,8 @@ void PropertyMirror::readWindows()
             one->record.pid = pids.of(one->record);
     if (!managed())
         listViewable();
-    else if (listMissing)
-        applyList(std::nullopt);
+    else if (listMissing || keeping)
+        relist();
 }
 
 void PropertyMirror::take(WindowId window, Property property, const PropertyValue &value)

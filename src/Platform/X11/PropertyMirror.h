@@ -34,7 +34,8 @@ public:
 
     // A window manager that keeps the lists below is running.
     bool managed() const { return manager != XCB_NONE; }
-    // The managed windows, oldest first; without a manager those that look like windows of applications.
+    // The managed windows in the order of their coming, also over the end of a manager; without one those that look
+    // like windows of applications.
     const std::vector<WindowId> &order() const { return listed; }
     // The same, bottom to top, where the manager tells.
     const std::vector<WindowId> &stacking() const { return stackMissing ? listed : stacked; }
@@ -53,6 +54,7 @@ private:
         PropertySet dirty;
         bool attributes = true;  // to be asked for
         bool listed = false;
+        Seconds keptUntil{0};  // listed until then though nothing else says so
     };
     struct RootDirty {
         bool manager = true, list = true, stacking = true, active = true, desktop = true, tree = true;
@@ -66,6 +68,10 @@ private:
     void readTree();
     void readWindows();
     void applyList(std::optional<std::vector<WindowId>> list);
+    void relist();
+    bool keeps(Entry &entry);
+    void keep(Entry &entry, Seconds time);
+    void endKeeping();
     void listViewable();
     void endAdoption();
     void setListed(std::vector<WindowId> windows);
@@ -99,7 +105,10 @@ private:
     WindowId activeWindow = XCB_NONE;
     std::uint32_t desktop = 0;
     std::uint64_t activations = 0;
-    Subscription adoption;   // a manager that has just come is still listing the windows
+    std::optional<std::vector<WindowId>> announced;  // what the manager lists
+    Subscription adoption;                           // a manager that has just come is still listing the windows
+    Seconds adoptionEnd{0};
+    Subscription keeping;
     Subscription focusLoss;  // no window has the focus, since a moment
 };
 

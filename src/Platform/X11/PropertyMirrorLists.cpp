@@ -11,8 +11,11 @@ namespace korvane::platform::x11 {
 namespace {
 
 constexpr std::uint32_t longestList = 1 << 16;
-// For so long a manager that has just come may not have listed all the windows that were there before it.
-constexpr Seconds adoptionTime{0.3};
+// For so long a manager that has just come may not have listed all the windows that were there before it; and for so
+// long after the last one that it has added, up to an end.
+constexpr Seconds adoptionTime{0.3}, longestAdoption{10};
+// So long a window may be off the screen, or off the list, because its manager ends.
+constexpr Seconds lossTime{2}, leavingTime{1};
 constexpr std::uint32_t managerEvents = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
 constexpr Seconds focusTime{0.016};
 constexpr PropertySet managerStateOnly(1ULL << static_cast<unsigned>(Property::managerState));
@@ -33,7 +36,7 @@ void PropertyMirror::readManager()
 {
     WindowId now = XCB_NONE;
     const auto named = reader.numbers(connection.root(), Atom::netSupportingWmCheck, 1);
-    if (named && !named->empty() && named->front() != XCB_NONE) {
+    if (named && !named->empty() && named->front() != XCB_NONE && !connection.isOurs(named->front())) {
         const WindowId window = named->front();
         xcb_change_window_attributes(connection, window, XCB_CW_EVENT_MASK, &managerEvents);
         const auto itself = reader.numbers(window, Atom::netSupportingWmCheck, 1);
@@ -48,7 +51,10 @@ void PropertyMirror::readManager()
     rootDirty = {false, true, true, true, true, true};
     markAllDirty();
     adoption.reset();
+    announced.reset();
     if (!managed()) {
+        for (const WindowId window : listed)
+            keep(entries.at(window), lossTime);
         watchesTree = true;
         connection.watchRoot(XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
         focusLoss.reset();
@@ -57,8 +63,10 @@ void PropertyMirror::readManager()
     }
     if (std::exchange(watchesTree, false))
         connection.unwatchRoot(XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
-    if (!listed.empty())
-        adoption = loop.after(adoptionTime, [this] { endAdoption(); });
+    if (listed.empty())
+        return;
+    adoptionEnd = loop.monotonicNow() + longestAdoption;
+    adoption = loop.after(adoptionTime, [this] { endAdoption(); });
 }
 
 void PropertyMirror::readRoot()
@@ -97,23 +105,74 @@ void PropertyMirror::readRoot()
 
 void PropertyMirror::applyList(std::optional<std::vector<WindowId>> list)
 {
+    const std::size_t before = announced ? announced->size() : 0;
+    announced = std::move(list);
+    if (announced)
+        std::erase_if(*announced, [this](WindowId window) { return window == XCB_NONE || connection.isOurs(window); });
+    // A manager that is still listing the windows that it found.
+    if (adoption && announced && announced->size() > before && loop.monotonicNow() < adoptionEnd)
+        adoption = loop.after(adoptionTime, [this] { endAdoption(); });
+    relist();
+}
+
+// Those that are known keep their order: a manager that has just come lists them in one of its own.
+void PropertyMirror::relist()
+{
+    std::unordered_set<WindowId> wanted;
+    if (announced)
+        wanted.insert(announced->begin(), announced->end());
     std::vector<WindowId> windows;
-    std::unordered_set<WindowId> seen{XCB_NONE};
-    if (list) {
-        for (const WindowId window : *list)
-            if (seen.insert(window).second)
-                windows.push_back(window);
-    } else {
-        // No list at all: what has not been withdrawn is still managed.
-        for (const WindowId window : listed)
-            if (entries.at(window).record.managerState != 0)
-                windows.push_back(window);
+    for (const WindowId window : listed) {
+        Entry &one = entries.at(window);
+        const bool named = wanted.contains(window);
+        if (named)
+            one.keptUntil = Seconds(0);
+        if (named || keeps(one))
+            windows.push_back(window);
     }
-    if (adoption)
-        for (const WindowId window : listed)
+    std::unordered_set<WindowId> seen(windows.begin(), windows.end());
+    if (announced)
+        for (const WindowId window : *announced)
             if (seen.insert(window).second)
                 windows.push_back(window);
     setListed(std::move(windows));
+}
+
+// Of a window that has left the list, or was never on that of the present manager. One that is withdrawn loses its
+// state. A manager that ends takes one window after the other from the list and leaves their states: they stay until it
+// is clear whether it ends.
+bool PropertyMirror::keeps(Entry &one)
+{
+    if (adoption)
+        return true;
+    if (one.record.managerState == 0)
+        return false;
+    if (!announced)
+        return true;
+    const auto now = loop.monotonicNow();
+    if (one.keptUntil == Seconds(0))
+        keep(one, leavingTime);
+    return now < one.keptUntil;
+}
+
+void PropertyMirror::keep(Entry &one, Seconds time)
+{
+    one.keptUntil = loop.monotonicNow() + time;
+    if (!keeping)
+        keeping = loop.after(time, [this] { endKeeping(); });
+}
+
+void PropertyMirror::endKeeping()
+{
+    keeping.reset();
+    const auto now = loop.monotonicNow();
+    for (const WindowId window : listed)
+        if (const auto until = entries.at(window).keptUntil; until > now) {
+            keeping = loop.after(until - now, [this] { endKeeping(); });
+            break;
+        }
+    (managed() ? rootDirty.list : rootDirty.tree) = true;
+    settle();
 }
 
 void PropertyMirror::setListed(std::vector<WindowId> windows)
@@ -188,17 +247,22 @@ void PropertyMirror::readTree()
     const auto *children = xcb_query_tree_children(reply.get());
     tree.assign(children, children + xcb_query_tree_children_length(reply.get()));
     for (const WindowId window : tree)
-        if (window != connection.ownWindow() && !entry(window))
+        if (!connection.isOurs(window) && !entry(window))
             track(window);
     listViewable();
 }
 
 void PropertyMirror::listViewable()
 {
-    const auto looksManaged = [this](WindowId window) {
+    const auto now = loop.monotonicNow();
+    const auto looksManaged = [this, now](WindowId window) {
         const Entry *one = entry(window);
-        return one && one->record.pid != 0 && one->record.viewable && !one->record.overrideRedirect
-               && (one->record.hasManagerState || one->record.hasClass);
+        if (!one)
+            return false;
+        // Between its manager's frame and the root window it is not on the screen for a moment.
+        return now < one->keptUntil
+               || (one->record.pid != 0 && one->record.viewable && !one->record.overrideRedirect
+                   && (one->record.hasManagerState || one->record.hasClass));
     };
     std::vector<WindowId> windows;
     std::unordered_set<WindowId> seen;

@@ -3,8 +3,14 @@
 #include <utility>
 
 namespace korvane::platform::x11 {
+namespace {
 
-ServerTime::ServerTime(Connection &server) : connection(server)
+// What the server reports can be kept from us, by another program that takes our window away.
+constexpr Seconds longestWait{0.3};
+
+}  // namespace
+
+ServerTime::ServerTime(Connection &server, MainLoop &mainLoop) : connection(server), loop(mainLoop)
 {
     connection.join(*this);
 }
@@ -23,6 +29,14 @@ void ServerTime::ask(std::function<void(xcb_timestamp_t)> use)
     xcb_change_property(connection, XCB_PROP_MODE_APPEND, connection.ownWindow(), connection[Atom::serverTime],
                         XCB_ATOM_STRING, 8, 0, nullptr);
     xcb_flush(connection);
+    limit = loop.after(longestWait, [this] { answer(XCB_CURRENT_TIME); });
+}
+
+void ServerTime::answer(xcb_timestamp_t time)
+{
+    limit.reset();
+    for (const auto &use : std::exchange(waiting, {}))
+        use(time);
 }
 
 void ServerTime::handle(const xcb_generic_event_t &event)
@@ -32,8 +46,7 @@ void ServerTime::handle(const xcb_generic_event_t &event)
     const auto &change = reinterpret_cast<const xcb_property_notify_event_t &>(event);
     if (change.window != connection.ownWindow() || change.atom != connection[Atom::serverTime])
         return;
-    for (const auto &use : std::exchange(waiting, {}))
-        use(change.time);
+    answer(change.time);
 }
 
 }  // namespace korvane::platform::x11

@@ -10,17 +10,22 @@ namespace korvane::platform::x11 {
 
 class ServerTime final : public EventListener {
 public:
-    explicit ServerTime(Connection &server);
+    ServerTime(Connection &server, MainLoop &loop);
     ~ServerTime() override;
 
-    // Calls with the present time of the server at a later turn of the loop. Nothing waits meanwhile.
+    // Calls with the present time of the server at a later turn of the loop. Nothing waits meanwhile. A server that
+    // does not say in good time has the call made without a time (XCB_CURRENT_TIME).
     void ask(std::function<void(xcb_timestamp_t)> use);
 
     void handle(const xcb_generic_event_t &event) override;
 
 private:
+    void answer(xcb_timestamp_t time);
+
     Connection &connection;
+    MainLoop &loop;
     std::vector<std::function<void(xcb_timestamp_t)>> waiting;
+    Subscription limit;
 };
 
 }  // namespace korvane::platform::x11

@@ -7,6 +7,7 @@
 
 #include <map>
 #include <string>
+#include <utility>
 
 namespace korvane::platform {
 
@@ -29,8 +30,13 @@ public:
     std::uint64_t hash(const Element &element) override;
     std::optional<std::uint64_t> revision(Pid pid) override;
 
-    // The badges that programs have announced for their launchers, beside the windows that ask for attention.
-    void setLauncherBadges(Badges badges) { launcherBadges = std::move(badges); }
+    // The badges that programs have announced for their launchers, beside the windows that ask for attention. False
+    // when they are those that were set before.
+    bool setLauncherBadges(Badges badges)
+    {
+        std::swap(launcherBadges, badges);
+        return launcherBadges != badges;
+    }
 
 private:
     AxStatus copyApplication(Pid pid, std::string_view attribute, Value &out);

@@ -13,13 +13,21 @@ using x11::WindowId;
 using x11::WindowRecord;
 
 X11Applications::X11Applications(x11::Connection &server, x11::PropertyMirror &windows, x11::ApplicationTable &all,
-                                 x11::WindowActions &windowActions, IconLoader iconLoader, MainLoop &loop)
+                                 x11::WindowActions &windowActions, IconLoader iconLoader, MainLoop &mainLoop)
     : connection(server), mirror(windows), table(all), actions(windowActions), loadIcon(std::move(iconLoader)),
-      delivery(loop, [this](ApplicationEvent event) { applicationObservers[event].notify(); })
+      loop(mainLoop), delivery(loop, [this](ApplicationEvent event) { applicationObservers[event].notify(); })
 {
     mirror.observe([this](const x11::MirrorChanges &changes) {
         if (const auto event = table.apply(changes))
             delivery.add(*event);
+    });
+    installed = table.observeCatalogue([this] {
+        if (!installing)
+            installing = loop.after(installingTime, [this] {
+                installing.reset();
+                if (table.takeIdentityChange())
+                    delivery.add(ApplicationEvent::activated);
+            });
     });
 }
 
@@ -34,8 +42,8 @@ std::optional<Application> X11Applications::find(Pid pid)
         return withBundleIdentifier("com.apple.dock").front();
     const ApplicationEntry *entry = table.find(pid);
     if (!entry) {
-        const x11::WindowlessApplication *windowless = table.windowless(pid);
-        return windowless ? std::optional(windowless->snapshot) : std::nullopt;
+        const BadgedProcess *badged = table.badged(pid);
+        return badged ? std::optional(badged->snapshot) : std::nullopt;
     }
     Application application = entry->snapshot;
     application.active = pid == table.focusedPid();
@@ -63,11 +71,12 @@ ImagePtr X11Applications::icon(Pid pid)
 {
     ApplicationEntry *entry = table.find(pid);
     if (!entry) {
-        const x11::WindowlessApplication *windowless = table.windowless(pid);
-        return windowless && loadIcon ? loadIcon(windowless->iconName) : nullptr;
+        const BadgedProcess *badged = table.badged(pid);
+        return badged && loadIcon ? loadIcon(badged->iconName) : nullptr;
     }
     if (!entry->icon) {
         ImagePtr image = loadIcon && !entry->iconName.empty() ? loadIcon(entry->iconName) : nullptr;
+        entry->iconIsOfWindow = !image;
         entry->icon = image ? image : windowIcon(*entry);
     }
     return *entry->icon;
@@ -150,6 +159,11 @@ Subscription X11Applications::observe(ApplicationEvent event, std::function<void
 Subscription X11Applications::observe(SessionEvent event, std::function<void()> callback)
 {
     return sessionObservers[event].add(std::move(callback));
+}
+
+void X11Applications::announce(ApplicationEvent event)
+{
+    delivery.add(event);
 }
 
 void X11Applications::announce(SessionEvent event)

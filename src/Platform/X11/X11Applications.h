@@ -33,12 +33,14 @@ public:
     bool activate(Pid pid, Activate options) override;
     // Nothing to do: a dock window makes no icon of its own.
     bool becomeAccessory() override { return true; }
-    // Every answer comes from the mirror, and the mirror tells of what it learns.
+    // Every answer comes from the mirror, the catalogue or what programs announce, and all of them tell what they
+    // learn.
     bool announcesEveryChange() const override { return true; }
     [[nodiscard]] Subscription observe(ApplicationEvent event, std::function<void()> callback) override;
     [[nodiscard]] Subscription observe(SessionEvent event, std::function<void()> callback) override;
 
-    // Passes on what other parts of the system tell of the session. From the run loop only.
+    // Passes on what other parts of the system tell of the applications and of the session. From the run loop only.
+    void announce(ApplicationEvent event);
     void announce(SessionEvent event);
 
 private:
@@ -49,9 +51,11 @@ private:
     x11::ApplicationTable &table;
     x11::WindowActions &actions;
     IconLoader loadIcon;
+    MainLoop &loop;
     std::map<ApplicationEvent, ObserverList<>> applicationObservers;
     std::map<SessionEvent, ObserverList<>> sessionObservers;
     x11::ChangeDelivery delivery;
+    Subscription installed, installing;
 };
 
 }  // namespace korvane::platform

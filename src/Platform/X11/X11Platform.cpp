@@ -16,8 +16,8 @@ namespace korvane::platform {
 struct X11Platform::Parts {
     Parts(std::unique_ptr<x11::Connection> opened, const X11Options &options, MainLoop &loop,
           ApplicationCatalogue &catalogue, IconLoader loadIcon)
-        : connection(std::move(opened)), mirror(*connection, loop), filled((mirror.fill(), true)), time(*connection),
-          table(mirror, catalogue), actions(*connection, mirror, table, time),
+        : connection(std::move(opened)), mirror(*connection, loop), filled((mirror.fill(), true)),
+          time(*connection, loop), table(mirror, catalogue), actions(*connection, mirror, table, time),
           applications(*connection, mirror, table, actions, std::move(loadIcon), loop),
           accessibility(mirror, table, actions), windowList(mirror), screens(*connection, mirror, loop, options.scale),
           pointer(*connection, screens), events(*connection), panels(*connection, screens, options.views),
@@ -97,14 +97,12 @@ HotKeys &X11Platform::hotKeys()
     return parts->hotKeys;
 }
 
-void X11Platform::setLauncherBadges(std::map<std::string, std::string> labels)
+void X11Platform::setBadgedPrograms(BadgedPrograms programs)
 {
-    parts->accessibility.setLauncherBadges(std::move(labels));
-}
-
-void X11Platform::setWindowlessApplications(std::vector<x11::WindowlessApplication> applications)
-{
-    parts->table.setWindowless(std::move(applications));
+    const bool relabelled = parts->accessibility.setLauncherBadges(std::move(programs.labels));
+    const auto event = parts->table.setBadged(std::move(programs.processes));
+    if (event || relabelled)
+        parts->applications.announce(event.value_or(ApplicationEvent::activated));
 }
 
 void X11Platform::announce(SessionEvent event)

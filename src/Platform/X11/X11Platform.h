@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Platform/Linux/ApplicationCatalogue.h"
-#include "Platform/X11/ApplicationTable.h"
+#include "Platform/Linux/BadgedPrograms.h"
 #include "Ports/Accessibility.h"
 #include "Ports/Applications.h"
 #include "Ports/Events.h"
@@ -14,10 +14,8 @@
 #include "Ports/WindowList.h"
 
 #include <functional>
-#include <map>
 #include <memory>
 #include <string>
-#include <vector>
 
 struct xcb_connection_t;
 
@@ -49,10 +47,8 @@ public:
     Panels &panels();
     HotKeys &hotKeys();
 
-    // A desktop entry's id ("org.example.Mail.desktop") to the text of its badge; replaces what was set before.
-    void setLauncherBadges(std::map<std::string, std::string> labels);
-    // Processes without windows that show such a badge; replaces what was set before.
-    void setWindowlessApplications(std::vector<x11::WindowlessApplication> applications);
+    // Replaces what was set before, and tells the observers of applications of any difference. From the run loop only.
+    void setBadgedPrograms(BadgedPrograms programs);
     // Tells the observers of the session what other services of the system have reported. From the run loop only.
     void announce(SessionEvent event);
 

@@ -10,7 +10,7 @@ namespace korvane::platform {
 namespace {
 
 // A monitor that is being added lies over another one for a moment.
-constexpr Seconds settlingTime{0.05};
+constexpr Seconds quietTime{0.05};
 
 }  // namespace
 
@@ -118,7 +118,7 @@ void X11Screens::handle(const xcb_generic_event_t &event)
         x11::typeOf(event) == XCB_CONFIGURE_NOTIFY
         && reinterpret_cast<const xcb_configure_notify_event_t &>(event).window == connection.root();
     if (monitorsChanged || rootChanged)
-        rest = loop.after(settlingTime, [this] { readAgain(); });
+        rest = loop.after(quietTime, [this] { readAgain(); });
 }
 
 void X11Screens::readAgain()

@@ -29,8 +29,8 @@ void paintSymbol(QPainter &painter, const QString &name, const QRectF &place)
     if (symbol.isNull())
         return;
     if (place.width() == place.height()) {
-        painter.drawPixmap(QPointF(std::round(place.x() * ratio) / ratio, std::round(place.y() * ratio) / ratio),
-                           symbol);
+        // The toolkit puts what it need not scale onto whole pixels.
+        painter.drawPixmap(place.topLeft(), symbol);
         return;
     }
     painter.save();

@@ -88,7 +88,6 @@ private:
 
 class SessionBacklight : public ::testing::Test {
 protected:
-    // One bus for all, for a process keeps its connection to the system's.
     static void SetUpTestSuite()
     {
         setenv("DBUS_SYSTEM_BUS_ADDRESS", address().c_str(), 1);
@@ -114,7 +113,8 @@ protected:
 
     static inline std::unique_ptr<Process> bus;
     GlibLoop loop;
-    BacklightWriter writer = logindBacklightWriter();
+    MessageBus system{loop, MessageBus::Kind::system};
+    BacklightWriter writer = logindBacklightWriter(system);
     std::uint32_t lastAsked = 1000;
 };
 
@@ -189,11 +189,12 @@ TEST_F(SessionBacklight, AnAnswerToAWriterThatIsGoneIsNobodysAffair)
     writer = nullptr;
     manager.answerHeld();
     loop.turnFor(Seconds(0.1));
-    writer = logindBacklightWriter();
+    writer = logindBacklightWriter(system);
     writer("panel", 2);
     writer = nullptr;
+    EXPECT_TRUE(loop.turnUntil([&] { return manager.wishes.size() == 2; }));
+    manager.answerHeld();
     loop.turnFor(Seconds(0.1));
-    EXPECT_EQ(manager.wishes.size(), 1U);
 }
 
 }  // namespace

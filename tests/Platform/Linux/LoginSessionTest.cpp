@@ -1,12 +1,9 @@
 // On a bus of the test's own, with a session manager that says what the test tells it to.
 #include "Platform/Linux/LoginSession.h"
 
-#include "Platform/Linux/GlibPointers.h"
+#include "tests/Platform/Linux/PrivateBus.h"
 #include "tests/support/GlibLoop.h"
-#include "tests/support/Process.h"
 
-#include <cstdlib>
-#include <gtest/gtest.h>
 #include <memory>
 #include <string>
 #include <vector>
@@ -15,7 +12,6 @@ namespace korvane::platform {
 namespace {
 
 using korvane::testing::GlibLoop;
-using korvane::testing::Process;
 
 constexpr const char *managerPath = "/org/freedesktop/login1";
 constexpr const char *sessionPath = "/org/freedesktop/login1/session/_37";
@@ -35,14 +31,11 @@ constexpr const char *introspection =
 
 class SessionManager {
 public:
-    explicit SessionManager(bool isActive = true, bool isLocked = false) : active(isActive), locked(isLocked)
+    explicit SessionManager(const PrivateBus &bus, bool isActive = true, bool isLocked = false)
+        : active(isActive), locked(isLocked)
     {
         node = g_dbus_node_info_new_for_xml(introspection, nullptr);
-        connection.reset(g_dbus_connection_new_for_address_sync(
-            std::getenv("DBUS_SYSTEM_BUS_ADDRESS"),
-            static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT
-                                              | G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
-            nullptr, nullptr, nullptr));
+        connection = bus.connect();
         static const GDBusInterfaceVTable managerTable{&SessionManager::called, nullptr, nullptr, {}};
         static const GDBusInterfaceVTable sessionTable{nullptr, &SessionManager::read, nullptr, {}};
         g_dbus_connection_register_object(connection.get(), managerPath, node->interfaces[0], &managerTable, this,
@@ -115,20 +108,12 @@ private:
 
 class Session : public ::testing::Test {
 protected:
-    static void SetUpTestSuite()
-    {
-        unsetenv("XDG_SESSION_ID");
-        bus = new Process({"dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address"}, {{}, true, -1});
-        const auto address = bus->readLine();
-        ASSERT_TRUE(address);
-        setenv("DBUS_SYSTEM_BUS_ADDRESS", address->c_str(), 1);
-    }
-    static void TearDownTestSuite() { delete bus; }
+    Session() { unsetenv("XDG_SESSION_ID"); }
 
     void open(bool active = true, bool locked = false)
     {
-        manager = std::make_unique<SessionManager>(active, locked);
-        session = std::make_unique<LoginSession>([this](bool away) { told.push_back(away); });
+        manager = std::make_unique<SessionManager>(bus, active, locked);
+        session = std::make_unique<LoginSession>(system, [this](bool away) { told.push_back(away); });
         ASSERT_TRUE(loop.turnUntil([&] { return manager->reads >= 2; }));
         loop.turnFor(Seconds(0.05));
     }
@@ -137,13 +122,13 @@ protected:
         return loop.turnUntil([&] { return told.size() >= expected.size(); }) && told == expected;
     }
 
-    static Process *bus;
+    PrivateBus bus{"DBUS_SYSTEM_BUS_ADDRESS"};
     GlibLoop loop;
+    MessageBus system{loop, MessageBus::Kind::system};
     std::vector<bool> told;
     std::unique_ptr<SessionManager> manager;
     std::unique_ptr<LoginSession> session;
 };
-Process *Session::bus = nullptr;
 
 TEST_F(Session, OneThatIsActiveAndOpenIsNotAway)
 {
@@ -218,13 +203,26 @@ TEST_F(Session, AManagerThatGoesAwayLeavesNobodyAwayAndItsSuccessorIsAsked)
     ASSERT_TRUE(tells({true}));
     manager.reset();
     EXPECT_TRUE(tells({true, false}));
-    manager = std::make_unique<SessionManager>(false);
+    manager = std::make_unique<SessionManager>(bus, false);
+    EXPECT_TRUE(tells({true, false, true}));
+}
+
+TEST_F(Session, ABusThatEndsLeavesNobodyAwayAndItsSuccessorIsAsked)
+{
+    open();
+    manager->change("Active", false);
+    ASSERT_TRUE(tells({true}));
+    bus.stop();
+    EXPECT_TRUE(tells({true, false}));
+    manager.reset();
+    bus.start();
+    manager = std::make_unique<SessionManager>(bus, false);
     EXPECT_TRUE(tells({true, false, true}));
 }
 
 TEST_F(Session, WithoutAManagerNobodyIsAway)
 {
-    session = std::make_unique<LoginSession>([this](bool away) { told.push_back(away); });
+    session = std::make_unique<LoginSession>(system, [this](bool away) { told.push_back(away); });
     loop.turnFor(Seconds(0.1));
     EXPECT_FALSE(session->isAway());
     EXPECT_TRUE(told.empty());

@@ -5,6 +5,7 @@
 #include "tests/Ports/DefaultsContract.h"
 
 #include <algorithm>
+#include <chrono>
 #include <clocale>
 #include <csignal>
 #include <sys/resource.h>
@@ -150,6 +151,40 @@ TEST(PropertyListDefaults, OldTemporaryFilesOfAKilledProcessAreRemovedAndNothing
     harness.open();
     EXPECT_FALSE(std::filesystem::exists(folder / ".defaults.plist.aB3dEf"));
     EXPECT_EQ(harness.neighbours().size(), 3u);
+}
+
+// Reading it would take the library minutes.
+TEST(PropertyListDefaults, AFileThatHoldsTooMuchIsSetAsideBeforeItIsRead)
+{
+    const auto repeated = [](int times, const auto &part) {
+        std::string text;
+        for (int i = 0; i < times; ++i)
+            text += part(i);
+        return text;
+    };
+    const auto key = [](int i) { return "<key>k" + std::to_string(i) + "</key><true/>"; };
+    const auto ampersand = [](int) { return std::string("&amp;"); };
+    const std::string tail = "</dict></plist>";
+    for (const std::string &contents :
+         {head + "<dict>" + repeated(650'000, key) + tail,
+          head + "<dict><key>a</key><string>" + repeated(2'000'000, ampersand) + "</string>" + tail}) {
+        FileHarness harness;
+        writeFile(harness.file, contents);
+        const auto before = std::chrono::steady_clock::now();
+        harness.open();
+        EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(2));
+        ASSERT_EQ(harness.reports.size(), 1u);
+        EXPECT_NE(harness.reports[0].find("too much"), std::string::npos);
+        ASSERT_EQ(harness.neighbours().size(), 1u);
+        EXPECT_EQ(std::filesystem::file_size(harness.neighbours()[0]), contents.size());
+    }
+    // What a person has done over years is far from that.
+    FileHarness harness;
+    writeFile(harness.file, head + "<dict>" + repeated(10'000, key) + "<key>a</key><string>"
+                                + repeated(10'000, ampersand) + "</string>" + tail);
+    harness.open();
+    EXPECT_TRUE(harness.reports.empty());
+    EXPECT_EQ(harness.database->string("a"), std::string(10'000, '&'));
 }
 
 TEST(PropertyListDefaults, ATornFileIsSetAsideAndReported)

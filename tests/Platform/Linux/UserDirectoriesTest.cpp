@@ -37,7 +37,7 @@ TEST(UserDirectories, DataIsLookedForInTheUsersDirectoryFirstAndNowhereTwice)
 
 TEST(UserDirectories, TheRunningExecutableIsThisTest)
 {
-    EXPECT_EQ(runningExecutable().filename(), "linux_services_tests");
+    EXPECT_EQ(runningExecutable().filename(), "platform_linux_tests");
 }
 
 }  // namespace korvane::platform

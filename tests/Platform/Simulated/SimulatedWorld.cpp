@@ -62,6 +62,29 @@ public:
                                           [&](platform::simulated::Window &one) { one.identifier = identifier; });
     }
 
+    void setBadge(Pid pid, const std::string &label) override
+    {
+        using platform::simulated::DockItem;
+        DockItem list, root;
+        list.children.emplace();
+        if (!label.empty()) {
+            DockItem item;
+            item.title = Value(desktop.applications.find(pid)->localizedName.value_or(""));
+            item.subrole = Value(std::string("AXApplicationDockItem"));
+            item.statusLabel = Value(label);
+            list.children->push_back(std::move(item));
+        }
+        root.children = std::vector{list};
+        desktop.applications.setDock(root);
+    }
+    void setAttention(Pid pid, Window, bool wanted) override { setBadge(pid, wanted ? "!" : ""); }
+    void setIcon(Pid pid, Window) override { desktop.applications.setIcon(pid, std::make_shared<Image>()); }
+    void rename(Pid pid, Window, const std::string &name) override { install(pid, name); }
+    void install(Pid pid, const std::string &name) override
+    {
+        desktop.applications.changeApplication(pid, [&](Application &one) { one.localizedName = name; });
+    }
+
     void setFurtherScreens(const std::vector<Rect> &frames) override
     {
         std::vector<Screen> screens{desktop.screens.all().front()};

@@ -2,9 +2,11 @@
 #include "tests/Platform/X11/X11Test.h"
 
 #include "Platform/X11/PropertyText.h"
+#include "Platform/X11/Reply.h"
 
 #include <csignal>
 #include <random>
+#include <xcb/xcb.h>
 
 namespace korvane::platform {
 namespace {
@@ -122,6 +124,108 @@ TEST_F(HostileWindows, RandomPropertiesLeaveTheOtherWindowsAlone)
     EXPECT_TRUE(waitFor([&] { return titles(mail.pid()) == Names{"still here"}; }));
     for (const Application &application : applications().running())
         applications().icon(application.pid);
+}
+
+// The windows that report to us what everything rests on, named among those of other programs.
+class ForgedWindows : public HostileWindows {
+protected:
+    void SetUp() override
+    {
+        HostileWindows::SetUp();
+        mail = std::make_unique<SampleClient>(server, "Mail");
+        inbox = mail->open(1, "Inbox");
+        ASSERT_TRUE(appears(mail->pid(), inbox));
+        other.reset(xcb_connect(server.display().c_str(), nullptr));
+        root = xcb_setup_roots_iterator(xcb_get_setup(other.get())).data->root;
+        helper = helperWindow();
+        ASSERT_NE(helper, XCB_NONE);
+    }
+    // Of one pixel, and outside of the screen.
+    xcb_window_t helperWindow()
+    {
+        const x11::Reply<xcb_query_tree_reply_t> tree{
+            xcb_query_tree_reply(other.get(), xcb_query_tree(other.get(), root), nullptr)};
+        for (int i = 0; tree && i < xcb_query_tree_children_length(tree.get()); ++i) {
+            const xcb_window_t window = xcb_query_tree_children(tree.get())[i];
+            const x11::Reply<xcb_get_geometry_reply_t> place{
+                xcb_get_geometry_reply(other.get(), xcb_get_geometry(other.get(), window), nullptr)};
+            if (place && place->x == -10 && place->y == -10 && place->width == 1)
+                return window;
+        }
+        return XCB_NONE;
+    }
+    void forge(const std::string &property, const std::vector<std::uint32_t> &windows)
+    {
+        const x11::Reply<xcb_intern_atom_reply_t> atom{xcb_intern_atom_reply(
+            other.get(), xcb_intern_atom(other.get(), 0, static_cast<std::uint16_t>(property.size()), property.c_str()),
+            nullptr)};
+        xcb_change_property(other.get(), XCB_PROP_MODE_REPLACE, root, atom->atom, XCB_ATOM_WINDOW, 32,
+                            static_cast<std::uint32_t>(windows.size()), windows.data());
+        xcb_flush(other.get());
+        loop.turnFor(Seconds(0.1));
+    }
+
+    // A manager that has just started gives the focus to whom it likes, also after it was asked.
+    bool comesForward(Pid pid)
+    {
+        for (int click = 0; click < 5 && !isActive(pid); ++click) {
+            applications().activate(pid, Activate::none);
+            loop.turnUntil([&] { return isActive(pid); }, Seconds(0.5));
+        }
+        return isActive(pid);
+    }
+
+    struct Disconnect {
+        void operator()(xcb_connection_t *connection) const { xcb_disconnect(connection); }
+    };
+    std::unique_ptr<xcb_connection_t, Disconnect> other;
+    xcb_window_t root = XCB_NONE, helper = XCB_NONE;
+    std::unique_ptr<SampleClient> mail;
+    std::uint32_t inbox = 0;
+};
+
+class ForgedRootProperties : public ForgedWindows, public ::testing::WithParamInterface<const char *> {};
+
+INSTANTIATE_TEST_SUITE_P(Properties, ForgedRootProperties,
+                         ::testing::Values("_NET_CLIENT_LIST", "_NET_CLIENT_LIST_STACKING", "_NET_ACTIVE_WINDOW",
+                                           "_NET_SUPPORTING_WM_CHECK"));
+
+TEST_P(ForgedRootProperties, LeaveTheBarItsEarsAndItsHands)
+{
+    for (const xcb_window_t first : {root, helper}) {
+        forge(GetParam(), {first, helper, root, inbox});
+        forge(GetParam(), {inbox});
+    }
+    // A manager started anew says the truth again.
+    startManager("openbox --sm-disable");
+    SampleClient editor(server, "Editor");
+    const auto text = editor.open(1, "Text");
+    ASSERT_TRUE(appears(editor.pid(), text));
+    ASSERT_TRUE(appears(editor.pid(), editor.open(2, "Letter")));
+    for (const Pid pid : {editor.pid(), mail->pid()})
+        EXPECT_TRUE(comesForward(pid));
+}
+
+TEST_F(ForgedWindows, AListThatNamesThemIsReadAndWhatComesLaterToo)
+{
+    forge("_NET_CLIENT_LIST", {root, helper, inbox});
+    // The manager writes its own list again.
+    SampleClient editor(server, "Editor");
+    ASSERT_TRUE(appears(editor.pid(), editor.open(1, "Text")));
+    ASSERT_TRUE(appears(editor.pid(), editor.open(2, "Letter")));
+    EXPECT_TRUE(applications().activate(mail->pid(), Activate::none));
+    EXPECT_TRUE(waitFor([&] { return isActive(mail->pid()); }));
+}
+
+TEST_F(ForgedWindows, WithoutItsHelperWindowAClickStillActivates)
+{
+    SampleClient editor(server, "Editor");
+    ASSERT_TRUE(appears(editor.pid(), editor.open(1, "Text")));
+    ASSERT_TRUE(waitFor([&] { return isActive(editor.pid()); }));
+    xcb_destroy_window(other.get(), helper);
+    xcb_flush(other.get());
+    EXPECT_TRUE(applications().activate(mail->pid(), Activate::none));
+    EXPECT_TRUE(loop.turnUntil([&] { return isActive(mail->pid()); }, Seconds(2)));
 }
 
 TEST_F(HostileWindows, AProgramThatIsKilledTakesItsWindowsWithIt)

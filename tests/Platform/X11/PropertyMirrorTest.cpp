@@ -273,7 +273,7 @@ TEST_F(PropertyMirror, AnInstalledApplicationGivesItsNameIdentifierAndIcon)
     EXPECT_EQ(applications().icon(mail.pid()), iconFiles["mail-icon"]);
 
     catalogue.byClass["Mail"].name = "Courrier";
-    ++catalogue.changes;
+    catalogue.change();
     EXPECT_EQ(applications().running().front().localizedName, "Courrier");
 }
 
@@ -342,9 +342,9 @@ TEST_F(PropertyMirror, ALaunchersBadgeGoesToTheApplicationOfItsEntry)
             accessibility().copy(item, "AXStatusLabel", text);
         return std::get<std::string>(text);
     };
-    platform->setLauncherBadges({{"org.example.Mail.desktop", "7"}, {"org.example.Other.desktop", "9"}});
+    platform->setBadgedPrograms({{{"org.example.Mail.desktop", "7"}, {"org.example.Other.desktop", "9"}}, {}});
     EXPECT_EQ(label(), "7");
-    platform->setLauncherBadges({});
+    platform->setBadgedPrograms({});
     EXPECT_EQ(label(), "");
 }
 

@@ -118,6 +118,57 @@ TEST_P(EndOfManager, TheWindowsAreNeverLostBetweenOneManagerAndTheNext)
     EXPECT_EQ(fewest, 2U) << "an application had no window for a moment";
 }
 
+// Enough of them that a manager takes a while to let go of them and to find them again.
+TEST_P(EndOfManager, ManyWindowsStayInTheirOrderWhileTheSameOneStopsAndStarts)
+{
+    openDesktop(std::get<0>(GetParam()));
+    constexpr int each = 22;
+    std::vector<std::unique_ptr<SampleClient>> clients;
+    for (const char *name : {"Mail", "Editor", "Notes"}) {
+        clients.push_back(std::make_unique<SampleClient>(server, name));
+        clients.back()->openMany(0, each);
+        const int pid = clients.back()->pid();
+        ASSERT_TRUE(waitFor([&] { return titles(pid).size() == each; }));
+    }
+    // The order of the screen is another one than that of the tabs.
+    for (const int window : {3, 17, 8})
+        for (const auto &client : clients)
+            accessibility().perform(elementOf(client->pid(), client->identifier(window)), "AXRaise");
+    for (const auto &client : clients)
+        accessibility().set(elementOf(client->pid(), client->identifier(5)), "AXMinimized", true);
+    for (const auto &client : clients)
+        ASSERT_TRUE(waitFor([&] { return minimized(client->pid(), client->identifier(5)); }));
+    loop.turnFor(Seconds(0.3));
+    const auto all = [&] {
+        Names names;
+        for (const Application &application : applications().running())
+            for (const std::string &title : titles(application.pid))
+                names.push_back(application.localizedName.value_or("") + " " + title);
+        return names;
+    };
+    const Names before = all();
+    ASSERT_EQ(before.size(), 3U * each);
+    std::size_t fewest = before.size();
+    bool ordered = true;
+    std::vector<Subscription> watches;
+    for (const auto event : {ApplicationEvent::activated, ApplicationEvent::terminated, ApplicationEvent::launched})
+        watches.push_back(applications().observe(event, [&] {
+            const Names now = all();
+            fewest = std::min(fewest, now.size());
+            ordered = ordered && now == before;
+        }));
+    for (int round = 0; round < 3; ++round) {
+        server.signalManager(std::get<1>(GetParam()));
+        ASSERT_TRUE(waitFor([&] { return !accessibility().trusted(); }));
+        server.startManager(words(std::get<0>(GetParam())));
+        ASSERT_TRUE(waitFor([&] { return accessibility().trusted(); }));
+        loop.turnFor(Seconds(1.5));
+        EXPECT_EQ(all(), before) << "round " << round;
+    }
+    EXPECT_EQ(fewest, before.size()) << "windows were lost for a moment";
+    EXPECT_TRUE(ordered) << "the order was another one for a moment";
+}
+
 TEST_F(WindowManagers, AWindowThatEndsWithTheManagerIsGone)
 {
     openDesktop();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Platform/X11/X11Platform.h"
+#include "Ports/ObserverList.h"
 #include "tests/support/GlibLoop.h"
 #include "tests/support/SampleClient.h"
 #include "tests/support/XServer.h"
@@ -24,9 +25,20 @@ public:
         return known == byClass.end() ? std::nullopt : std::optional(known->second);
     }
     unsigned revision() const override { return changes; }
+    Subscription observe(std::function<void()> callback) override { return observers.add(std::move(callback)); }
+
+    // Something was installed; from the run loop.
+    void change()
+    {
+        ++changes;
+        observers.notify();
+    }
 
     std::map<std::string, ApplicationIdentity> byClass;
+
+private:
     unsigned changes = 0;
+    ObserverList<> observers;
 };
 
 class X11Test : public ::testing::Test {

@@ -40,6 +40,7 @@ public:
         auto client = std::make_unique<SampleClient>(server, name);
         const Pid pid = client->pid();
         clients[pid].program = std::move(client);
+        clients[pid].name = name;
         open(pid, title);
         return pid;
     }
@@ -71,6 +72,38 @@ public:
         clients.at(pid).program->setBytes(numberOf(pid, window), "WM_WINDOW_ROLE", "STRING", identifier);
     }
 
+    void setBadge(Pid pid, const std::string &label) override
+    {
+        BadgedPrograms programs;
+        if (!label.empty())
+            programs.labels[clients.at(pid).entry()] = label;
+        platform->setBadgedPrograms(std::move(programs));
+    }
+    void setAttention(Pid pid, Window window, bool wanted) override
+    {
+        constexpr std::uint32_t urgency = 1 << 8;
+        clients.at(pid).program->setNumbers(numberOf(pid, window), "WM_HINTS", "WM_HINTS",
+                                            {wanted ? urgency : 0, 0, 0, 0, 0, 0, 0, 0, 0});
+    }
+    void setIcon(Pid pid, Window window) override
+    {
+        clients.at(pid).program->setNumbers(numberOf(pid, window), "_NET_WM_ICON", "CARDINAL", {1, 1, 0xff204060});
+    }
+    void rename(Pid pid, Window window, const std::string &name) override
+    {
+        std::string both = "instance";
+        both += '\0';
+        both += name;
+        both += '\0';
+        clients.at(pid).program->setBytes(numberOf(pid, window), "WM_CLASS", "STRING", both);
+    }
+    void install(Pid pid, const std::string &name) override
+    {
+        const Client &client = clients.at(pid);
+        catalogue.byClass[client.name] = {name, "org.example." + client.name, "/applications/" + client.entry(), ""};
+        catalogue.change();
+    }
+
     void setFurtherScreens(const std::vector<Rect> &frames) override
     {
         for (int i = 0; i < further; ++i)
@@ -99,6 +132,9 @@ public:
 
 private:
     struct Client {
+        std::string entry() const { return name + ".desktop"; }
+
+        std::string name;  // the class of its windows
         std::unique_ptr<SampleClient> program;
         std::map<Window, int> numbers;
         int last = 0;

@@ -13,6 +13,7 @@ QImage painted(double ratio, const QString &name, const QRectF &place)
     image.setDevicePixelRatio(ratio);
     image.fill(Qt::transparent);
     QPainter painter(&image);
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
     paintSymbol(painter, name, place);
     return image;
 }
@@ -28,14 +29,29 @@ QRect inked(const QImage &image)
     return area;
 }
 
-TEST(SymbolPainting, ASquareSymbolIsDrawnAlikeWhereverItFallsBetweenPixels)
+// The pixels of the symbol itself, at the nearest whole ones.
+QImage sharp(double ratio, const QString &name, const QRectF &place)
+{
+    QImage symbol = symbolPixmap(name, place.width(), ratio).toImage();
+    symbol.setDevicePixelRatio(1);
+    QImage image(QSize(40, 40) * ratio, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter(&image).drawImage(QPointF(place.topLeft() * ratio).toPoint(), symbol);
+    image.setDevicePixelRatio(ratio);
+    return image;
+}
+
+TEST(SymbolPainting, ASquareSymbolStaysSharpAtEveryScaleAndPlace)
 {
     const QString name = QStringLiteral("arrow.down");
-    for (const double ratio : {1.0, 2.0}) {
-        const QImage whole = painted(ratio, name, {8, 6, 16, 16});
-        ASSERT_FALSE(inked(whole).isEmpty());
-        EXPECT_EQ(painted(ratio, name, {8 + 0.4 / ratio, 6 - 0.4 / ratio, 16, 16}), whole) << ratio;
-    }
+    for (const double ratio : {1.0, 1.25, 1.5, 2.0})
+        for (const double size : {8.0, 11.0, 13.0})
+            for (const double offset : {0.0, 0.2, 0.4, 0.6, 0.8}) {
+                const QRectF place(8 + offset, 6 - offset, size, size);
+                const QImage image = painted(ratio, name, place);
+                ASSERT_FALSE(inked(image).isEmpty());
+                EXPECT_EQ(image, sharp(ratio, name, place)) << ratio << " " << size << " " << offset;
+            }
 }
 
 TEST(SymbolPainting, AnotherShapeThanASquareIsFilled)
