@@ -15,7 +15,7 @@ static void loadResources()
 namespace korvane::platform {
 namespace {
 
-constexpr int largestSide = 1024;
+constexpr int largestSymbolSide = 1024;
 
 bool isPlainName(std::string_view name)
 {
@@ -28,7 +28,7 @@ bool isPlainName(std::string_view name)
 
 QImage symbolImage(std::string_view name, int side, const QColor &color)
 {
-    if (!isPlainName(name) || side < 1 || side > largestSide)
+    if (!isPlainName(name) || side < 1 || side > largestSymbolSide)
         return {};
     loadResources();
     const QString path =

@@ -14,11 +14,6 @@ constexpr std::size_t mostSenders = 256;
 constexpr std::size_t mostEntriesOfOneSender = 64;
 constexpr int replyTimeout = 5000;  // milliseconds
 
-struct VariantUnref {
-    void operator()(GVariant *value) const { g_variant_unref(value); }
-};
-using Variant = std::unique_ptr<GVariant, VariantUnref>;
-
 void apply(LauncherEntryState &state, GVariant *properties)
 {
     GVariantIter iterator;

@@ -15,12 +15,7 @@ constexpr const char *managerPath = "/org/freedesktop/login1";
 constexpr const char *managerInterface = "org.freedesktop.login1.Manager";
 constexpr const char *sessionInterface = "org.freedesktop.login1.Session";
 constexpr const char *propertiesInterface = "org.freedesktop.DBus.Properties";
-constexpr int replyTimeout = 5000;  // milliseconds
-
-struct VariantUnref {
-    void operator()(GVariant *value) const { g_variant_unref(value); }
-};
-using Variant = std::unique_ptr<GVariant, VariantUnref>;
+constexpr int sessionReplyTimeout = 5000;  // milliseconds
 
 // A program that a service of the user has started belongs to no session; logind then takes the one on the display.
 std::string sessionName()
@@ -188,7 +183,7 @@ private:
               GAsyncReadyCallback callback)
     {
         g_dbus_connection_call(bus.get(), service, path, interface, method, arguments, G_VARIANT_TYPE(answer),
-                               G_DBUS_CALL_FLAGS_NO_AUTO_START, replyTimeout, cancel.get(), callback, hold());
+                               G_DBUS_CALL_FLAGS_NO_AUTO_START, sessionReplyTimeout, cancel.get(), callback, hold());
     }
     // Null where nobody waits any more, or for an error.
     static std::pair<std::shared_ptr<Watcher>, Variant> finish(GObject *connection, GAsyncResult *result, gpointer held)
