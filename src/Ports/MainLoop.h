@@ -19,7 +19,6 @@ public:
     // Since 1970, for the clock on the bar.
     virtual Seconds wallNow() const = 0;
     // The wall clock was set, or went on while the machine slept. Null where the system does not tell.
-    // NOLINTNEXTLINE(performance-unnecessary-value-param): those that answer keep the callback.
     [[nodiscard]] virtual Subscription observeClockChanges(std::function<void()>) { return nullptr; }
     // Calls at every multiple of the interval until destroyed, also while a menu, a drag or an alert runs. The
     // tolerance lets the system put wake-ups together.
