@@ -73,9 +73,10 @@ void releaseMemory()
 int main(int argumentCount, char **arguments)
 {
     using namespace korvane;
-    if (const auto refusal = refusalBeforeStart(argumentCount, std::getenv("DISPLAY"), std::getenv("WAYLAND_DISPLAY")))
+    const char *displayName = std::getenv("DISPLAY");
+    if (const auto refusal = refusalBeforeStart(argumentCount, displayName, std::getenv("WAYLAND_DISPLAY")))
         return refuse(*refusal);
-    const std::string display = std::getenv("DISPLAY");
+    const std::string display = displayName ? displayName : "";
     if (!canOpenDisplay(display))
         return refuse({"korvane: display " + display + " can't be opened", 1});
 

@@ -14,11 +14,16 @@ struct GlibFree {
     void operator()(GVariant *value) const { g_variant_unref(value); }
 };
 
+struct VariantUnref {
+    void operator()(GVariant *value) const { g_variant_unref(value); }
+};
+
 template <typename T> struct GobjectUnref {
     void operator()(T *object) const { g_object_unref(object); }
 };
 
 using GlibText = std::unique_ptr<gchar, GlibFree>;
+using Variant = std::unique_ptr<GVariant, VariantUnref>;
 using GlibKeyFile = std::unique_ptr<GKeyFile, GlibFree>;
 using GlibVariant = std::unique_ptr<GVariant, GlibFree>;
 template <typename T> using Gobject = std::unique_ptr<T, GobjectUnref<T>>;

@@ -8,7 +8,6 @@ namespace {
 
 // In requests: they come from a person's action, by a program that is not the window's own.
 constexpr std::uint32_t sourceIsPager = 2;
-constexpr std::uint32_t iconicState = 3;
 
 }  // namespace
 

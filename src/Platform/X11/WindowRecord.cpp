@@ -9,7 +9,6 @@
 namespace korvane::platform::x11 {
 namespace {
 
-constexpr std::uint32_t normalState = 1, iconicState = 3;
 constexpr std::uint32_t urgencyHint = 1 << 8;
 
 struct Row {

@@ -15,6 +15,9 @@ namespace korvane::platform::x11 {
 
 using WindowId = std::uint32_t;
 
+// The numbers that WM_STATE holds and WM_CHANGE_STATE asks for.
+constexpr std::uint32_t normalState = 1, iconicState = 3;
+
 // The properties that are kept, each with the attribute it comes from.
 enum class Property : std::uint8_t {
     name,        // _NET_WM_NAME
@@ -70,7 +73,7 @@ struct WindowRecord {
     std::string machine;
     WindowKind kind = WindowKind::ordinary;
     WindowId transientFor = 0;
-    std::uint32_t managerState = 0;  // 0 withdrawn, 1 normal, 3 iconic
+    std::uint32_t managerState = 0;  // normalState, iconicState, or 0 for neither
     std::uint32_t desktop = 0;
     std::uint32_t declaredPid = 0;
     bool minimized = false, shaded = false, skipsTaskbar = false, modal = false;

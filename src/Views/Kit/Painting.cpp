@@ -259,7 +259,7 @@ QPixmap IconPixmaps::pixmap(const platform::ImagePtr &image, int size, double de
                 QPixmap::fromImage(picture.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation));
             entry->second.pixmap.setDevicePixelRatio(devicePixelRatio);
         }
-        const QPixmap made = entry->second.pixmap;
+        QPixmap made = entry->second.pixmap;
         if (entries.size() > forgetAt)
             forgetUnused();
         return made;

@@ -12,6 +12,7 @@
 #include <QSlider>
 #include <QWheelEvent>
 #include <cmath>
+#include <utility>
 
 namespace korvane {
 namespace {
@@ -26,7 +27,8 @@ constexpr double notch = 120;
 LevelControlView::LevelControlView(platform::Platform &system, LevelControlActions actions, const Style &controlStyle,
                                    QWidget *parent)
     : SymbolButton(buttonSize, parent), platform(system), style(controlStyle),
-      level(system.loop, {actions.current, actions.set, actions.scrollRate, [this] { showLevel(); }})
+      level(system.loop, {std::move(actions.current), std::move(actions.set), std::move(actions.scrollRate),
+                          [this] { showLevel(); }})
 {
     setTip(style.tip);
     connect(this, &QAbstractButton::clicked, this, [this] {
