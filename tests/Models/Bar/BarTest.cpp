@@ -223,8 +223,9 @@ TEST_F(BarOnADesktop, WhateverChangesTheLayoutIsThatOfAWholePass)
             ASSERT_EQ(got.entries[i].id, expected.entries[i].id) << step;
             ASSERT_EQ(got.entries[i].title(), expected.entries[i].title()) << step;
             ASSERT_EQ(got.entries[i].group.has_value(), expected.entries[i].group.has_value()) << step;
-            if (got.entries[i].group)
+            if (got.entries[i].group) {
                 ASSERT_EQ(got.entries[i].group->windows, expected.entries[i].group->windows) << step;
+            }
         }
     }
     EXPECT_GT(partial, 100);
