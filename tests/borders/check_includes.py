@@ -28,7 +28,8 @@ ROOMS = {
     "src/Platform/Linux": Room(["Ports"], ["system", "other library"]),
     "src/Platform/Qt": Room(["Ports", "Toolkit"], ["Qt", "system"]),
     "src/Platform/Simulated": Room(["Ports", "Platform/Icu"], []),
-    "src/Platform/X11": Room(["Ports", "Platform/Linux/ApplicationCatalogue.h", "Platform/Linux/BadgedPrograms.h"], ["X11", "system", "other library"]),
+    "src/Platform/X11": Room(["Ports", "Platform/Linux/ApplicationCatalogue.h", "Platform/Linux/BadgedPrograms.h"],
+                             ["X11", "system", "other library"]),
 }
 
 # The first one that matches is the header's kind.
