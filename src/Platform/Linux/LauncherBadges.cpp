@@ -15,7 +15,7 @@ constexpr const char *busPath = "/org/freedesktop/DBus";
 // perhaps for a few others; an entry's name is that of a file.
 constexpr std::size_t mostSenders = 128;
 constexpr std::size_t mostEntriesOfOneSender = 16;
-constexpr std::size_t longestName = 255;
+constexpr std::size_t longestEntryName = 255;
 constexpr int mostProperties = 32;
 constexpr Seconds gatheringTime{0.016};
 
@@ -147,7 +147,7 @@ std::string LauncherBadges::entryID(std::string_view applicationUri)
     constexpr std::string_view scheme = "application://";
     constexpr std::string_view suffix = ".desktop";
     if (!applicationUri.starts_with(scheme) || !applicationUri.ends_with(suffix)
-        || applicationUri.size() > scheme.size() + longestName)
+        || applicationUri.size() > scheme.size() + longestEntryName)
         return {};
     return std::string(applicationUri.substr(scheme.size()));
 }
