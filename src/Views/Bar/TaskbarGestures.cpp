@@ -5,6 +5,7 @@
 #include "Views/Bar/TaskResizeHandle.h"
 #include "Views/Bar/TaskbarView.h"
 #include "Views/Kit/Metrics.h"
+#include "Views/Kit/Painting.h"
 #include "Views/Tasks/TaskButton.h"
 
 #include <QDrag>
@@ -29,8 +30,7 @@ void TaskbarView::beginDrag(QWidget &source, const std::string &dragID, const st
     auto *payload = new QMimeData;
     payload->setText(QString::fromStdString(dragID));
     carrier->setMimeData(payload);
-    const QPixmap picture = source.grab();
-    carrier->setPixmap(picture);
+    carrier->setPixmap(pictureOnBar(source));
     carrier->setHotSpot(source.mapFromGlobal(QCursor::pos()));
     ownBar.beginDrag(dragID, windowIDs);
     const QPointer<TaskbarView> stillHere(this);

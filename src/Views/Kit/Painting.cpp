@@ -10,6 +10,7 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QPixmapCache>
+#include <QWidget>
 #include <algorithm>
 #include <cmath>
 #include <tuple>
@@ -271,6 +272,18 @@ void IconPixmaps::forgetUnused()
 {
     std::erase_if(entries, [](const auto &entry) { return entry.second.image.use_count() == 1; });
     forgetAt = std::max<std::size_t>(64, entries.size() * 2);
+}
+
+QPixmap pictureOnBar(QWidget &widget)
+{
+    const double ratio = widget.devicePixelRatioF();
+    QPixmap picture(widget.size() * ratio);
+    picture.setDevicePixelRatio(ratio);
+    picture.fill(Metrics::opaqueMaterial);
+    QPainter painter(&picture);
+    // Without the window's own ground, which is light.
+    widget.render(&painter, {}, {}, QWidget::DrawChildren);
+    return picture;
 }
 
 }  // namespace korvane

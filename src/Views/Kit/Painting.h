@@ -15,6 +15,8 @@
 
 class QPainter;
 
+class QWidget;
+
 namespace korvane {
 
 QColor toColor(const Rgb &color, double opacity = 1);
@@ -55,5 +57,8 @@ private:
     std::map<Key, Entry> entries;
     std::size_t forgetAt = 64;
 };
+
+// The widget as it stands on a bar, on the bar's ground, which the widget itself leaves to its row.
+QPixmap pictureOnBar(QWidget &widget);
 
 }  // namespace korvane

@@ -162,5 +162,22 @@ TEST_F(TaskButtons, AButtonMayGoWhileItIsDragged)
     EXPECT_FALSE(button);
 }
 
+TEST_F(TaskButtons, WhatIsCarriedByADragIsTheTabOnTheBarsOwnGround)
+{
+    addApplication(1, "Mail", 1);
+    startWith(GroupingMode::never);
+    auto *button = add(entry(idOf(1, 0)));
+    const QImage picture = pictureOnBar(*button).toImage();
+    ASSERT_EQ(picture.size(), button->size() * button->devicePixelRatioF());
+    int light = 0;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x) {
+            ASSERT_EQ(picture.pixelColor(x, y).alpha(), 255);
+            light += picture.pixelColor(x, y).lightness() > 128 ? 1 : 0;
+        }
+    EXPECT_GT(light, 20);  // the title
+    EXPECT_LT(light, picture.width() * picture.height() / 4);
+}
+
 }  // namespace
 }  // namespace korvane
