@@ -30,8 +30,8 @@ inline constexpr int firstAlertButton = 1000;
 class Dialogs {
 public:
     virtual ~Dialogs() = default;
-    // Blocks until a button is pressed; timers and observers go on meanwhile. The fraction places the alert's centre on
-    // the screen's width.
+    // Blocks until a button is pressed. Timers and observers still run during this time. The fraction places the
+    // alert's centre on the screen's width.
     virtual int runModal(const Alert &alert, double horizontalCenterFraction) = 0;
     // Opens the one colour panel, or brings it forward. Without an initial colour the panel keeps the colour that it
     // shows. The call does not block. From then on `changed` gets every colour that the user tries, and an earlier

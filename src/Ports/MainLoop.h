@@ -22,7 +22,7 @@ public:
     // this.
     [[nodiscard]] virtual Subscription observeClockChanges(std::function<void()>) { return nullptr; }
     // Calls at every multiple of the interval until destroyed, also while a menu, a drag or an alert runs. The
-    // tolerance lets the system put wake-ups together.
+    // tolerance lets the system combine wake-ups.
     [[nodiscard]] virtual Subscription repeat(Seconds interval, Seconds tolerance, std::function<void()> callback) = 0;
     // Calls once after the delay; destroying the subscription cancels it.
     [[nodiscard]] virtual Subscription after(Seconds delay, std::function<void()> callback) = 0;

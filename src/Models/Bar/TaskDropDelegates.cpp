@@ -139,7 +139,7 @@ bool CustomGroupDropDelegate::isItself(const std::string &draggedID) const
 void CustomGroupDropDelegate::dropBefore(const std::string &draggedID)
 {
     if (target.windows.empty())
-        requests.dropTask(draggedID, target);  // there is nothing to stand beside
+        requests.dropTask(draggedID, target);  // there is no window to place it beside
     else
         requests.dropTaskOnRow(draggedID, target.windows.front().id, placeAfterTarget);
 }

@@ -1,6 +1,6 @@
-// The places of a bar that take a dragged task: for each kind of place, what it shows under the drag and what a drop on
-// it asks of the model. Nothing here reads the data of the drag: only drags that began on this bar count, and the bar
-// knows them.
+// The places of a bar that take a dragged task: for each kind of place, the cue under the drag and the request that a
+// drop sends to the model. Nothing here reads the data of the drag: only drags that began on this bar count, and the
+// bar knows them.
 #pragma once
 
 #include "Models/Base/Records.h"
@@ -27,7 +27,7 @@ std::string cue(const std::string &targetID, double targetWidth, double x);
 std::string beforeCue(const std::string &targetID);
 std::string intoCue(const std::string &targetID);
 
-// The entry at the row's visual left end and at its right end, as a window's id; absent on a row without tasks.
+// The entry at the row's visual left end, and the entry at its right end, as window ids. Absent on a row without tasks.
 std::optional<std::string> orderedRowTarget(std::span<const TaskbarEntry> entries, std::size_t lower, std::size_t count,
                                             bool reversed);
 std::optional<std::string> orderedRowEndTarget(std::span<const TaskbarEntry> entries, std::size_t lower,

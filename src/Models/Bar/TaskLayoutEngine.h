@@ -47,8 +47,8 @@ inline constexpr double minimumRowHeight = 28;
 double rowHeight(int rowNumber);
 
 using Widths = std::span<const double>;
-// A null pointer stands for 64 for every task. A list that is shorter than the list of tasks is a programming error
-// that ends the process.
+// A null pointer means a minimum of 64 for every task. A list that is shorter than the list of tasks is a programming
+// error that ends the process.
 using MinimumWidths = const std::vector<double> *;
 
 // How many leading widths fit side by side. The first always fits, and less room than 64 counts as 64.

@@ -32,8 +32,8 @@ struct RunningAppItem {
     friend bool operator==(const RunningAppItem &left, const RunningAppItem &right);
 };
 
-// Whether the two are one task that looks alike: the same id, name, isActive and hasNotificationBadge. A change of the
-// other fields needs no redraw.
+// Whether the two are the same task and look alike: they have the same id, name, isActive and hasNotificationBadge. A
+// change of the other fields needs no redraw.
 inline bool showsTheSame(const RunningAppItem &left, const RunningAppItem &right)
 {
     return left.isActive == right.isActive && left.hasNotificationBadge == right.hasNotificationBadge

@@ -20,7 +20,8 @@ public:
         bool activeStrip = false, previousWindows = false;
     };
 
-    // Follows the list of a refresh, before it is published. Repeating it with the same list changes nothing.
+    // Updates the memory from the list of a refresh, before the list is published. A second call with the same list
+    // changes nothing.
     Changes updatePreviousWindows(const std::vector<const RunningAppItem *> &items);
 
     // Whether the task was active in its application before the present one. Always false for an active task.
