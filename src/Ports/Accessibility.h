@@ -1,9 +1,10 @@
 // Windows and the dock at the level of elements, attributes and actions. The algorithms stay in the core.
 //
-// Attributes a backend has to answer:
-//   application   AXWindows (list), AXFocusedWindow (element), AXFrontmost (set only), AXChildren of the dock (list)
-//   window        AXTitle, AXIdentifier (text), AXMinimized (boolean, also set), AXCloseButton (element); action
-//   AXRaise close button  action AXPress dock item     AXTitle, AXSubrole, AXStatusLabel (text), AXChildren (list)
+// What a backend has to answer, for each kind of element:
+//  * application: AXWindows (list), AXFocusedWindow (element), AXFrontmost (set only); AXChildren of the dock (list)
+//  * window: AXTitle, AXIdentifier (text), AXMinimized (boolean, also set), AXCloseButton (element); action AXRaise
+//  * close button: action AXPress
+//  * dock item: AXTitle, AXSubrole, AXStatusLabel (text), AXChildren (list)
 #pragma once
 
 #include "Ports/Applications.h"
@@ -18,7 +19,7 @@
 
 namespace korvane::platform {
 
-// A backend's handle. Never kept beyond one operation: a window is found anew from its identifier.
+// The backend's handle of an element. It is not kept after one operation: a window is found again by its identifier.
 class ElementBase {
 public:
     virtual ~ElementBase() = default;
@@ -36,7 +37,7 @@ public:
 
     // Whether single windows may be read and moved.
     virtual bool trusted() = 0;
-    // The same, and the system asks the user if there is no grant.
+    // The same. If there is no grant, the system also asks the user.
     virtual bool trustedPrompting() = 0;
 
     struct ToolResult {
@@ -47,7 +48,7 @@ public:
     // Takes the grant back from the program of that identifier and waits for the outcome.
     virtual ToolResult resetGrant(std::string_view bundleIdentifier) = 0;
 
-    // Always an element, also for a dead process, whose attributes then fail.
+    // Never null. For a dead process, reading the element's attributes fails.
     virtual Element application(Pid pid) = 0;
     // Writes `out` on success only.
     virtual AxStatus copy(const Element &element, std::string_view attribute, Value &out) = 0;
@@ -58,8 +59,8 @@ public:
     // Stays the same for a window from one read to the next.
     virtual std::uint64_t hash(const Element &element) = 0;
 
-    // A stamp that changes whenever an answer about this application's windows may have changed, so that an equal stamp
-    // spares reading them again. Absent when the backend can't tell.
+    // A stamp that changes whenever an answer about this application's windows may have changed. While the stamp stays
+    // equal, the windows need not be read again. Absent when the backend can't tell.
     virtual std::optional<std::uint64_t> revision(Pid pid) = 0;
 };
 

@@ -20,7 +20,7 @@ enum class ActivationPolicy { regular, accessory, prohibited };
 // The values are those of the system's option set.
 enum class Activate : unsigned { none = 0, allWindows = 1 };
 
-// A snapshot of one application. Two snapshots speak of the same application when their pids are equal.
+// A snapshot of one application. Two snapshots with equal pids are of the same application.
 struct Application {
     Pid pid = 0;
     ActivationPolicy policy = ActivationPolicy::regular;
@@ -49,16 +49,17 @@ public:
 
     // This process.
     virtual Pid self() const = 0;
-    // All policies, in the platform's order. The reference holds until the run loop turns or an action is made.
+    // The applications of all policies, in the platform's order. The reference is valid until the next turn of the run
+    // loop or the next action.
     virtual const std::vector<Application> &running() = 0;
     // Absent when the process is gone.
     virtual std::optional<Application> find(Pid pid) = 0;
     // "com.apple.dock" gives the process whose element tree shows the badges.
     virtual std::vector<Application> withBundleIdentifier(std::string_view bundleIdentifier) = 0;
-    // Null when the application has none. Apart from the snapshot, since it is costly.
+    // Null when the application has none. It is not part of the snapshot, because reading it is costly.
     virtual ImagePtr icon(Pid pid) = 0;
 
-    // Each of these asks and does not wait; false when there is no such application.
+    // Each of these sends a request and does not wait for the result. False when there is no such application.
     virtual bool hide(Pid pid) = 0;
     virtual bool unhide(Pid pid) = 0;
     virtual bool terminate(Pid pid) = 0;
@@ -67,11 +68,11 @@ public:
     // Runs this program without an icon of its own in the system's dock. False when the system refuses.
     virtual bool becomeAccessory() = 0;
 
-    // Whether nothing that the other ports answer about applications, their windows and their badges can change without
-    // one of the notifications below. What polls may then rest until one comes.
+    // Whether every change in what the other ports answer about applications, their windows and their badges comes with
+    // one of the notifications below. If so, polling may stop until a notification comes.
     virtual bool announcesEveryChange() const = 0;
-    // On a system that tells of single windows, `activated` also stands for a window that was opened, closed, retitled,
-    // minimised or restored.
+    // On a system that reports changes of single windows, `activated` also stands for a window that was opened, closed,
+    // retitled, minimised or restored.
     [[nodiscard]] virtual Subscription observe(ApplicationEvent event, std::function<void()> callback) = 0;
     [[nodiscard]] virtual Subscription observe(SessionEvent event, std::function<void()> callback) = 0;
 };

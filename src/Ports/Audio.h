@@ -18,9 +18,9 @@ public:
     virtual bool hasVolume(std::uint32_t device, std::uint32_t element) = 0;
     // From 0 to 1; more where the system amplifies.
     virtual std::optional<float> volume(std::uint32_t device, std::uint32_t element) = 0;
-    // False when the device or the element is not there.
+    // False when the device or the element does not exist.
     virtual bool setVolume(std::uint32_t device, std::uint32_t element, float volume) = 0;
-    // Another output, or another volume, by whomever.
+    // Calls when the default output or a volume has changed, whoever changed it.
     [[nodiscard]] virtual Subscription observeChanges(std::function<void()> callback) = 0;
 };
 

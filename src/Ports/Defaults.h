@@ -36,11 +36,11 @@ public:
     virtual void setStrings(std::string_view key, const std::vector<std::string> &value) = 0;
     virtual void setDictionary(std::string_view key, const StringMap &value) = 0;
     virtual void setData(std::string_view key, std::span<const std::uint8_t> value) = 0;
-    // Nothing when the key is absent.
+    // Does nothing when the key is absent.
     virtual void remove(std::string_view key) = 0;
-    // Every key of this program.
+    // Removes every key of this program.
     virtual void removeAll() = 0;
-    // Puts what was set on the disk now, instead of at the next turn of the run loop.
+    // Writes the new values to the disk now, instead of at the next turn of the run loop.
     virtual void synchronize() = 0;
 };
 

@@ -1,4 +1,5 @@
-// Questions to the user. Implemented on the view toolkit; here because the core asks.
+// Questions to the user. They are implemented on the view toolkit. The port is here because the core asks the
+// questions.
 #pragma once
 
 #include "Ports/Values/Color.h"
@@ -10,9 +11,9 @@
 
 namespace korvane::platform {
 
-// A line to type in, between an alert's text and its buttons.
+// A text field between an alert's text and its buttons.
 struct AlertField {
-    std::string text;         // at first, and when the alert has closed what was typed
+    std::string text;         // the initial text; when the alert has closed, the typed text
     std::string placeholder;  // shown in the empty field
     int width = 220, height = 24;
 };
@@ -20,7 +21,7 @@ struct AlertField {
 struct Alert {
     std::string message, informative;
     std::vector<std::string> buttons;  // the first answers 1000, the second 1001, ...
-    AlertField *field = nullptr;       // the caller's
+    AlertField *field = nullptr;       // owned by the caller
 };
 
 // What an alert answers when its first button was pressed.
@@ -29,11 +30,12 @@ inline constexpr int firstAlertButton = 1000;
 class Dialogs {
 public:
     virtual ~Dialogs() = default;
-    // Blocks until a button is pressed; timers and observers go on meanwhile. The fraction places the alert's centre on
-    // the screen's width.
+    // Blocks until a button is pressed. Timers and observers still run during this time. The fraction places the
+    // alert's centre on the screen's width.
     virtual int runModal(const Alert &alert, double horizontalCenterFraction) = 0;
-    // Opens the one colour panel, or brings it forward; without an initial colour it keeps the one it shows. It blocks
-    // nothing. From then on every colour that the user tries goes to `changed`, and to no earlier one.
+    // Opens the one colour panel, or brings it forward. Without an initial colour the panel keeps the colour that it
+    // shows. The call does not block. From then on `changed` gets every colour that the user tries, and an earlier
+    // callback gets none.
     virtual void openColorPanel(const std::optional<Rgb> &initial, std::function<void(const Rgb &)> changed) = 0;
 };
 

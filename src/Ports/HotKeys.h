@@ -1,4 +1,4 @@
-// Keys that reach this program whoever has the focus.
+// Keys that reach this program, whichever program has the focus.
 #pragma once
 
 #include "Ports/Subscription.h"
@@ -19,9 +19,9 @@ struct HotKey {
 class HotKeys {
 public:
     virtual ~HotKeys() = default;
-    // The one handler of all hot keys; it is told the id of the key.
+    // Installs the one handler of all hot keys. The handler gets the id of the key.
     [[nodiscard]] virtual Subscription install(std::function<void(std::uint32_t id)> handler) = 0;
-    // Silent when another program holds the key. Destroying the subscription gives the key back.
+    // Reports no error when another program holds the key. Destroying the subscription gives the key back.
     [[nodiscard]] virtual Subscription add(const HotKey &key) = 0;
 };
 

@@ -12,7 +12,7 @@ public:
     virtual ~Icons() = default;
     // This program's own icon; never null.
     virtual ImagePtr ownIcon() = 0;
-    // A symbol of the system by its name. "app" must exist; null for a name that does not.
+    // A symbol of the system by its name; null for an unknown name. The symbol "app" must exist.
     virtual ImagePtr symbol(std::string_view name) = 0;
 };
 

@@ -1,4 +1,4 @@
-// This program's entry among those that are started with the session.
+// This program's entry in the list of programs that start with the session.
 #pragma once
 
 #include <optional>

@@ -1,4 +1,4 @@
-// Time and the run loop. Nothing in the core reads a clock or waits by any other road.
+// Time and the run loop. The core reads clocks and waits only through this port.
 #pragma once
 
 #include "Ports/Subscription.h"
@@ -18,10 +18,11 @@ public:
     virtual Seconds monotonicNow() const = 0;
     // Since 1970, for the clock on the bar.
     virtual Seconds wallNow() const = 0;
-    // The wall clock was set, or went on while the machine slept. Null where the system does not tell.
+    // Calls when the wall clock was set, or has advanced while the machine slept. Null where the system does not report
+    // this.
     [[nodiscard]] virtual Subscription observeClockChanges(std::function<void()>) { return nullptr; }
     // Calls at every multiple of the interval until destroyed, also while a menu, a drag or an alert runs. The
-    // tolerance lets the system put wake-ups together.
+    // tolerance lets the system combine wake-ups.
     [[nodiscard]] virtual Subscription repeat(Seconds interval, Seconds tolerance, std::function<void()> callback) = 0;
     // Calls once after the delay; destroying the subscription cancels it.
     [[nodiscard]] virtual Subscription after(Seconds delay, std::function<void()> callback) = 0;

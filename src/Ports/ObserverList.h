@@ -1,4 +1,4 @@
-// Those who are to be told of one thing. Whoever lets others observe something keeps one of these.
+// The observers of one event. A class that can be observed has one such list for each of its events.
 #pragma once
 
 #include "Ports/Subscription.h"
@@ -20,15 +20,16 @@ public:
     ObserverList(const ObserverList &) = delete;
     ObserverList &operator=(const ObserverList &) = delete;
 
-    // The observer is told until the subscription is destroyed, which may outlive the list.
+    // The observer is called until the subscription is destroyed. The subscription may outlive the list.
     [[nodiscard]] Subscription add(Observer observer)
     {
         entries->push_back(std::make_shared<Entry>(Entry{std::move(observer)}));
         return std::make_unique<Observation>(entries, entries->back());
     }
 
-    // Tells the observers in the order of their coming. One that ends meanwhile is not told any more, one that is added
-    // meanwhile waits for the next time, and when the list itself is destroyed meanwhile, nobody else is told.
+    // Calls the observers in the order in which they were added. An observer that ends during the calls is not called
+    // any more. An observer that is added during the calls is called only the next time. If the list itself is
+    // destroyed during the calls, no further observer is called.
     void notify(Arguments... arguments) const
     {
         const Entries present = *entries;

@@ -1,4 +1,4 @@
-// Turns a window that the view layer has made into a panel: beside the desktop's windows, not one of them.
+// Turns a window that the view layer has made into a panel, which does not count as one of the desktop's windows.
 #pragma once
 
 #include "Ports/Subscription.h"
@@ -22,7 +22,8 @@ struct PanelTraits {
     bool canBecomeKey = false;
 };
 
-// What of a panel is there; the rest of its window shows and takes nothing. Points from the top left.
+// The parts of a panel's window that are shown and that take the mouse. The rest of the window is invisible and does
+// not take the mouse. In points from the top left.
 using PanelShape = std::vector<Rect>;
 
 using NativeView = std::uintptr_t;  // what the toolkit calls the window's identifier
@@ -30,22 +31,24 @@ using NativeView = std::uintptr_t;  // what the toolkit calls the window's ident
 class Panels {
 public:
     virtual ~Panels() = default;
-    // Once the native window exists, before each time it is shown.
+    // To be called when the native window exists, before each time it is shown.
     virtual void apply(NativeView view, const PanelTraits &traits) = 0;
-    // Above the other windows of its level, whoever is active.
+    // Puts the panel above the other windows of its level, whichever program is active.
     virtual void orderFrontRegardless(NativeView view) = 0;
-    // The same, and it gets the keyboard, whoever has it. For a panel that has been shown.
+    // The same, and the panel gets the keyboard, whichever window has it. For a panel that has been shown.
     virtual void makeKeyAndOrderFront(NativeView view) = 0;
-    // For a panel that has been made. Replaces the shape before; the whole panel is there before the first one.
+    // For a panel that has been made. Replaces the previous shape. Before the first call the shape is the whole panel.
     virtual void setShape(NativeView view, const PanelShape &shape) = 0;
-    // A panel that ignores the mouse is neither seen nor hit; its shape comes back with it.
+    // A panel that ignores the mouse is invisible and can't be hit. When it takes the mouse again, it also has its
+    // shape again.
     virtual void setIgnoresMouse(NativeView view, bool ignores) = 0;
-    // Asks that other windows keep off a strip along the bottom edge of a screen, in desktop coordinates; absent: they
-    // may use it again. Nothing where another screen lies below, whose room would be taken with it.
+    // Asks that other windows keep off a strip along the bottom edge of a screen, in desktop coordinates. If the strip
+    // is absent, other windows may use it again. Does nothing where another screen lies below, because the strip would
+    // also take room from that screen.
     virtual void reserveStrip(NativeView view, const std::optional<Rect> &strip) = 0;
-    // Whether pixels of a panel that are not drawn let the desktop be seen. Without that a panel is opaque.
+    // Whether the desktop is visible through the pixels of a panel that are not drawn. If not, a panel is opaque.
     virtual bool translucencyAvailable() = 0;
-    // translucencyAvailable() has another answer.
+    // Calls when the answer of translucencyAvailable() has changed.
     [[nodiscard]] virtual Subscription observeTranslucency(std::function<void()> callback) = 0;
 };
 

@@ -14,20 +14,20 @@ namespace korvane::platform {
 struct Screen {
     std::optional<std::uint32_t> number;
     Rect frame;
-    double scale = 1;  // pixels of the device to a point
+    double scale = 1;  // device pixels per point
     friend bool operator==(const Screen &, const Screen &) = default;
 };
 
 class Screens {
 public:
     virtual ~Screens() = default;
-    // The first one holds the desktop's origin. Empty when there is none.
+    // The first screen contains the desktop's origin. Empty when there is no screen.
     virtual std::vector<Screen> all() = 0;
     // Index into all() of the screen with the keyboard focus; absent without screens.
     virtual std::optional<std::size_t> main() = 0;
     // In display coordinates, whose origin is top left. An empty rectangle for an unknown number.
     virtual Rect displayBounds(std::uint32_t number) = 0;
-    // Screens came, went or changed.
+    // Calls when screens were added, removed or changed.
     [[nodiscard]] virtual Subscription observeChanges(std::function<void()> callback) = 0;
 };
 

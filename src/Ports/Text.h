@@ -1,4 +1,4 @@
-// What needs the Unicode tables: comparing without regard to case, trimming, the characters a person sees.
+// Operations that need the Unicode tables: comparing without regard to case, trimming, the characters a person sees.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// The windows on the screen as the window server lists them: all there is when single windows may not be read.
+// The windows on the screen as the window server lists them. This is the only list when single windows may not be read.
 #pragma once
 
 #include <cstdint>

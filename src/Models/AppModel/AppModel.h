@@ -1,6 +1,6 @@
 // The one observable object: the windows of the desktop as tasks, and every operation on them. It reads and acts
-// through the ports, holds all state, and never calls a view. Each section below is implemented in a file of its own
-// under AppModel/; what can be computed without the model stands in headers of its own beside this one.
+// through the ports, holds all state, and never calls a view. The sections below are implemented in the files of this
+// folder. What can be computed without the model has headers of its own in the folders beside this one.
 #pragma once
 
 #include "Models/AppModel/Property.h"
@@ -44,14 +44,14 @@ public:
     // ------------------------------------------------------------------------------------------------ observing
     // Something that a view may show has changed. Views gather these and look once at the next turn of the run loop.
     platform::ObserverList<> changed;
-    // A property when it is assigned by itself, in the order of assignment.
+    // Names the property that was assigned. The calls come in the order of assignment.
     platform::ObserverList<Property> published;
-    // The same change in other words: which tasks' buttons it concerns. Comes before `changed`.
+    // Tells which tasks' buttons the same change concerns. Comes before `changed`.
     platform::ObserverList<const TaskChanges &> tasksChanged;
 
     const std::vector<RunningAppItem> &runningApps() const { return tasks; }  // in task order
     const std::vector<AttentionAppItem> &attentionApps() const { return attention; }
-    // The place of the task in the list; absent when there is none of that identifier.
+    // The place of the task in the list; absent when no task has that identifier.
     std::optional<std::size_t> placeOfTask(std::string_view id) const;
     bool accessibilityTrusted() const { return trusted; }
     bool systemIsInactive() const { return !inactive.empty(); }
@@ -81,19 +81,22 @@ public:
     void resetWindowStripColors();
 
     // ------------------------------------------------------------------------------------------------ refresh
-    // Installs the observers and the timer and waits for the permission; the first list follows half a second after it.
+    // Installs the observers and the timer and waits for the permission. The first list follows half a second after the
+    // permission.
     void start();
     // Removes observers and timers and cancels what is pending.
     void stop();
-    // Reads the desktop and publishes what changed. With `skipUnchangedDownstream` an unchanged list ends it early.
+    // Reads the desktop and publishes what changed. With `skipUnchangedDownstream` the refresh ends early when the list
+    // is unchanged.
     void refresh(bool forceBadgeScan = false, bool skipUnchangedDownstream = false);
-    // Refreshes once more 150 ms later, when the system knows of the action, and if `immediate` also now.
+    // Refreshes 150 ms later, when the system knows of the action. With `immediate` it also refreshes now.
     void refreshAfterWindowStateChange(bool immediate = true);
     void manualRefreshAndRepaint();
     void refreshForStartMenuShow();
     void setTaskbarHidden(bool hidden);
     void setInactiveReason(const std::string &reason, bool active);
-    // While a task is resized by hand the list stands still; the handler is told true and false.
+    // While a task is resized by hand, the list does not change. The handler gets true at the beginning and false at
+    // the end.
     void beginTaskResize();
     void endTaskResize();
     void setTaskResizePauseHandler(std::function<void(bool)> handler) { taskResizePauseHandler = std::move(handler); }
@@ -137,11 +140,11 @@ public:
     void returnToParentGroup(const RunningAppItem &item);
     void renameCustomGroup(const RunningAppGroup &group, const std::string &name);
     void setCustomGroupIcon(const RunningAppGroup &group, const std::string &glyph);
-    // A drag let go on a group's button; an automatic group thereby becomes a custom one.
+    // A task was dropped on a group's button. This turns an automatic group into a custom group.
     void dropTask(const std::string &id, const RunningAppGroup &group) override;
-    // A drag let go on the middle of a plain task.
+    // A task was dropped on the middle of a plain task.
     void groupTask(const std::string &id, const std::string &targetID) override;
-    // Drops names and glyphs that no member uses. Does not save.
+    // Removes names and glyphs that no member uses. Does not save.
     void removeEmptyCustomGroups();
 
     // ------------------------------------------------------------------------------------------------ order
@@ -177,7 +180,7 @@ public:
     void confirmCloseGroup(const RunningAppGroup &group);
     void confirmCloseAllWindows();
     void terminateApp();
-    // The one road of every alert. Blocks until a button is pressed, and gives its number.
+    // Every alert is shown by this operation. Blocks until a button is pressed and returns the button's number.
     int runKorvaneModal(const platform::Alert &alert, double horizontalCenterFraction = 0.5);
 
     // ------------------------------------------------------------------------------------------------ colours
@@ -187,7 +190,8 @@ public:
                                 const std::vector<std::string> &liveIDs);
 
     // ------------------------------------------------------------------------------------------------ favorites
-    // Adds the application, once, to the end. A custom group is of no one application and adds nothing.
+    // Adds the application at the end, unless it is already in the list. A custom group adds nothing, because it does
+    // not belong to one application.
     void addToFavorites(const RunningAppItem &item);
     void addToFavorites(const RunningAppGroup &group);
 
@@ -198,7 +202,7 @@ public:
     void clearAccessibilityPermissionForUninstall();
 
     // ------------------------------------------------------------------------------------------------ launching
-    // Nothing when no application of that identifier is installed.
+    // Does nothing when no application of that identifier is installed.
     void launch(const std::string &bundleIdentifier);
     // An application that already runs comes forward with all its windows.
     void openApplication(const std::string &path, const std::optional<std::string> &bundleIdentifier);
@@ -229,20 +233,20 @@ private:
     struct KnownApplication {
         std::optional<AppMetadata> metadata;
         std::vector<RunningAppItem> items;  // as they were last read
-        std::vector<bool> blacklisted;      // beside the items
+        std::vector<bool> blacklisted;      // one for each item
         std::optional<std::uint64_t> revision;
         bool active = false, hasBadge = false, filtered = false;
-        std::uint64_t seenIn = 0;  // number of the refresh that met it last
+        std::uint64_t seenIn = 0;  // number of the last refresh that found it
     };
 
     // What one refresh gathers on its way.
     struct Reading {
         ApplicationList applications;
-        std::vector<RunningAppItem> onScreenItems;               // owned here without the permission
+        std::vector<RunningAppItem> onScreenItems;               // `windows` points into it without the permission
         ItemList windows;                                        // what the list will hold
         std::optional<std::vector<AttentionAppItem>> attention;  // absent when no scan took place
-        ItemList changed;         // those that other things are known of now, while sameWindows
-        bool unchanged = true;    // every application gave what it gave the last time
+        ItemList changed;         // items whose records have changed; complete only while sameWindows
+        bool unchanged = true;    // every application gave the same answer as the last time
         bool sameWindows = true;  // each application has the same windows as the last time, in the same order
     };
 
@@ -314,9 +318,9 @@ private:
 
     std::unordered_map<Pid, KnownApplication> knownApplications;
     std::uint64_t refreshCount = 0;
-    // The published list is not the one that the last accessible reading was compared with.
+    // True when the published list is not the list that the last accessible reading was compared with.
     bool listChangedOutside = true;
-    // The published list is of accessible windows, in the order that sorting it again would give.
+    // True when the published list consists of accessible windows and sorting it again would not change its order.
     bool listIsSorted = false;
     BadgedNames cachedBadgedApps;
     std::optional<platform::Seconds> lastBadgeScan;
@@ -328,7 +332,7 @@ private:
     std::vector<platform::Subscription> observers;
     platform::Subscription refreshTimer;
     double refreshTimerInterval = 0;
-    bool refreshTimerParked = false;  // it runs again from the next refresh that anything else asks for
+    bool refreshTimerParked = false;  // it starts again at the next refresh that something else asks for
     bool insideTimerTick = false, lastReadingUnchanged = false;
     platform::Seconds lastAskedRefresh{0};  // by anything but the timer
     DelayedTasks delayed;

@@ -16,7 +16,7 @@ constexpr std::string_view fileManager = "com.apple.finder";
 
 }  // namespace
 
-// Answers whether the press succeeded. A window is closed by no other road than its own close button.
+// Returns whether the press succeeded. A window is only ever closed through its own close button.
 bool AppModel::pressCloseButton(const Element &window)
 {
     Value value;
@@ -25,7 +25,8 @@ bool AppModel::pressCloseButton(const Element &window)
     return button && platform.accessibility.perform(*button, "AXPress") == AxStatus::success;
 }
 
-// Takes the tasks away at once, without waiting for the window server. One that stays open comes back with a refresh.
+// Removes the tasks at once, without waiting for the window server. If a window stays open, its task comes back with a
+// refresh.
 void AppModel::forgetTasks(const std::set<std::string> &ids)
 {
     std::vector<RunningAppItem> remaining;

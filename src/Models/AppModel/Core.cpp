@@ -31,7 +31,7 @@ void AppModel::publish(Property property)
                                            Property(&SettingsValues::startFavorites),
                                            Property(&SettingsValues::taskOrder)};
     TaskChanges changes;
-    // By these the settings window's own task comes and goes.
+    // These two decide whether the settings window has a task.
     changes.list = property == ModelProperty::accessibilityTrusted || property == ModelProperty::settingsWindowVisible;
     changes.everything = !changes.list && std::ranges::find(besideTheTasks, property) == besideTheTasks.end();
     publish(property, changes);
@@ -61,8 +61,8 @@ void AppModel::setTasks(std::vector<RunningAppItem> items)
     publish(ModelProperty::runningApps, changes);
 }
 
-// Takes over what a reading found out about tasks that stand where they stood. False, and nothing is done, when one of
-// them is not in the list or belongs elsewhere now.
+// Copies what a reading found into tasks that keep their places. Returns false and does nothing when one of the tasks
+// is not in the list or now belongs at another place.
 bool AppModel::patchTasks(const ItemList &items)
 {
     std::vector<std::pair<RunningAppItem *, const RunningAppItem *>> patches;
@@ -79,7 +79,7 @@ bool AppModel::patchTasks(const ItemList &items)
         if (showsTheSame(*task, *item))
             continue;
         changes.ids.insert(item->id);
-        // The identifier stays where it is: the index of the list refers to its text.
+        // The identifier is not assigned, because the index of the list refers to its text.
         task->name = item->name;
         task->bundleIdentifier = item->bundleIdentifier;
         task->isActive = item->isActive;

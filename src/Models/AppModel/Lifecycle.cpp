@@ -14,7 +14,7 @@ using V = SettingsValues;
 namespace {
 
 constexpr Seconds permissionPoll{2.0};
-// The system needs a moment after login, and after the permission, before its window lists are whole.
+// After the login and after the permission, the system needs a moment until its window lists are complete.
 constexpr Seconds firstListDelay{0.5};
 constexpr Seconds followUpDelay{0.15};
 
@@ -52,7 +52,7 @@ void AppModel::start()
     startupRefreshTask = delayed.schedule(Seconds(0), [this] { startupRound(); });
 }
 
-// The bar shows nothing rather than a wrong list until the permission is there.
+// Until the permission is granted, the bar shows an empty list instead of a wrong one.
 void AppModel::startupRound()
 {
     setTrusted(platform.accessibility.trusted());
@@ -97,8 +97,9 @@ void AppModel::refreshTimerTick()
     }
 }
 
-// The timer is the net below the notifications. Where they leave nothing out it has nothing to catch, once a tick has
-// found everything as it was and the last badges have been read since anybody asked.
+// The timer finds changes that no notification announces. Where every change is announced, the timer is not needed any
+// more when two conditions hold: a tick has found no change, and the badges have been read since the last refresh that
+// the timer did not cause.
 bool AppModel::nothingCanChangeUnannounced() const
 {
     if (!platform.applications.announcesEveryChange() || !trusted || !initialWindowListReady)

@@ -1,4 +1,5 @@
-// What the model tells of: one of its own properties, or a setting by its member. There is no other way to name one.
+// What the model announces: one of its own properties, or a setting, which is named by its member. There is no other
+// way to name a property.
 #pragma once
 
 #include "Models/Settings/SettingsTable.h"
@@ -8,7 +9,7 @@
 namespace korvane {
 
 enum class ModelProperty {
-    modelChanged,  // several, or what is derived from them
+    modelChanged,  // several properties, or something derived from them
     accessibilityTrusted,
     activeBlueStripWindowID,
     attentionApps,

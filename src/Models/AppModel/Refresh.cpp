@@ -39,7 +39,8 @@ void AppModel::refresh(bool forceBadgeScan, bool skipUnchangedDownstream)
     else
         readVisibleWindows(reading);
 
-    // The same windows as the last time: the memory has followed them and the published list has been compared.
+    // When the windows are the same as the last time, the memory has already followed them, and the published list has
+    // already been compared with them.
     const bool unchanged = reading.unchanged && listWasCompared;
     lastReadingUnchanged = unchanged;
     if (!unchanged)
@@ -53,7 +54,7 @@ void AppModel::refresh(bool forceBadgeScan, bool skipUnchangedDownstream)
             return;
         }
     }
-    // The same windows in the same order: what is new is in their records.
+    // The windows and their order are the same as before. Only their records can have changed.
     if (trusted && reading.sameWindows && listIsSorted && settings().expertSkipUnchangedRefreshes
         && hasCompletedInitialRefresh && reading.windows.size() == tasks.size() && patchTasks(reading.changed)) {
         pruneColors(tasks);
@@ -86,7 +87,7 @@ void AppModel::refresh(bool forceBadgeScan, bool skipUnchangedDownstream)
     refreshing = false;
 }
 
-// The buttons of the windows that a strip leaves or comes to look different.
+// Updates the memory, and publishes the buttons that look different because a strip has moved.
 void AppModel::followWindows(const ItemList &windows)
 {
     const auto stripBefore = memory.activeBlueStripWindowID();
@@ -192,7 +193,8 @@ void AppModel::readAccessibleWindows(Reading &reading)
             if (!known.blacklisted[i])
                 reading.windows.push_back(&known.items[i]);
     }
-    // An application that came or went changes the list though no other one did.
+    // When an application has come or gone, the list has changed, even if the windows of all other applications are the
+    // same.
     reading.unchanged = reading.unchanged && reading.windows.size() == tasks.size();
 }
 
@@ -239,7 +241,7 @@ void AppModel::publishAttention(std::optional<std::vector<AttentionAppItem>> lis
     }
 }
 
-// Whether the windows are those of the published list, in whatever order.
+// Whether the windows are those of the published list, in any order.
 bool AppModel::equalsPublished(const ItemList &windows) const
 {
     if (windows.size() != tasks.size())

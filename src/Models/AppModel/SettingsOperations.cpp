@@ -1,4 +1,4 @@
-// Saving the settings in their groups, and taking everything back to the defaults.
+// Saving the settings in their groups, and restoring the defaults.
 #include "Models/AppModel/AppModel.h"
 
 namespace korvane {
@@ -8,18 +8,18 @@ using V = SettingsValues;
 void AppModel::settingChanged(const Setting &setting)
 {
     if (Property(setting) == &V::taskbarRefreshSeconds) {
-        // Only a running timer is made anew: a change during a task resize must not start it early.
+        // Only a running timer is replaced, because a change during a task resize must not start the timer early.
         if (refreshTimer)
             configureRefreshTimer();
     }
-    // What the next tick is to find may depend on it.
+    // The result of the next tick may depend on this setting.
     if (refreshTimerParked) {
         lastAskedRefresh = platform.loop.monotonicNow();
         configureRefreshTimer();
     }
     listIsSorted = false;
     publish(setting);
-    // What is derived from these is made anew.
+    // Everything that is derived from these settings is computed again.
     if (setting.group == SettingGroup::quicklyLaunch && setting.savesOnChange)
         announceChange();
 }

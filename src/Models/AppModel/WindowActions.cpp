@@ -21,7 +21,7 @@ void AppModel::activate(const RunningAppItem &item)
         recordRecent(item);
     const Element window = trusted ? resolveWindow(item) : nullptr;
     if (!window) {
-        // No refresh here: the next one of the cycle sees what became of it.
+        // There is no refresh here: the next regular refresh finds the result.
         platform.applications.unhide(pid);
         platform.applications.activate(pid, Activate::allWindows);
         return;
@@ -34,7 +34,8 @@ void AppModel::activate(const RunningAppItem &item)
     } else if (item.isActive) {
         platform.accessibility.set(window, "AXMinimized", true);
     } else {
-        // The application first, then the window: raised the other way round, another window could stay above it.
+        // The application is activated first, then the window is raised. In the other order, another window could stay
+        // above it.
         platform.applications.unhide(pid);
         platform.applications.activate(pid, Activate::none);
         raise(window, pid);

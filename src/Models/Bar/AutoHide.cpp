@@ -11,7 +11,7 @@ using platform::Point;
 using platform::Rect;
 using platform::Seconds;
 
-// Far edges do not belong to a rectangle, or a point between two screens would be on both.
+// The far edges do not belong to a rectangle. Otherwise a point between two screens would be on both.
 bool contains(const Rect &rectangle, const Point &point)
 {
     return point.x >= rectangle.x && point.x < rectangle.x + rectangle.width && point.y >= rectangle.y
@@ -24,7 +24,7 @@ bool intersects(const Rect &left, const Rect &right)
            && right.y < left.y + left.height;
 }
 
-// The strip alone has all its edges: a pointer at the screen's edge is on the last pixel.
+// Only the strip contains all its edges, because a pointer at the screen's edge is on the last pixel.
 bool isAtEdge(const Rect &frame, const Point &pointer)
 {
     return pointer.x >= frame.x && pointer.x <= frame.x + frame.width && pointer.y >= frame.y
@@ -42,14 +42,14 @@ std::optional<Rect> screenOf(const AutoHidePanel &panel, const std::vector<Rect>
 
 }  // namespace
 
-// What one look is about.
+// What one look knows and finds.
 struct AutoHide::Look {
     Seconds now;
     Point pointer;
     std::vector<Rect> screens;
     AutoHideInputs inputs;
     bool held = false;
-    bool heldByMenu = false;  // by the start menu, which may close beneath a pointer that rests
+    bool heldByMenu = false;  // by the start menu, which may close while the pointer rests on it
     AutoHideOutcome outcome;
 };
 
@@ -94,7 +94,7 @@ AutoHideOutcome AutoHide::update()
         startFadeTimer();
     else
         stopFadeTimer();
-    // Looks that can find nothing new rest until the pointer moves or the model changes.
+    // If the next look can find nothing new, the timer rests until the pointer moves or the model changes.
     const Seen now = seen(look.pointer);
     const bool settled = !look.outcome.waiting && !look.held && !look.heldByMenu && lastSeen == now;
     lastSeen = now;
@@ -152,7 +152,7 @@ void AutoHide::show(Panel &panel, const Look &look, const Rect &screen)
         panel.panel->setHeight(look.inputs.geometry.normalHeight, screen);
 }
 
-// The pointer has left a bar that can be seen. Gives the opacity.
+// For a visible bar that the pointer has left. Returns the new opacity.
 double AutoHide::fade(Panel &panel, double elapsed)
 {
     if (settings.appRefreshRate == 0) {
@@ -161,7 +161,7 @@ double AutoHide::fade(Panel &panel, double elapsed)
         return 0;
     }
     const double duration = static_cast<double>(settings.animationDurationMS) / 1000;
-    // In this order a quotient that is no number, of nothing by nothing, counts as 0.
+    // The order of the arguments matters: when 0 is divided by 0, std::max returns 0 and not NaN.
     const double value = std::max(0.0, 1 - (elapsed - graceSeconds) / duration);
     setPanelState(*panel.panel, value, false);
     actions.setStartMenuOpacity(value);
@@ -170,7 +170,7 @@ double AutoHide::fade(Panel &panel, double elapsed)
     return value;
 }
 
-// Writes what differs; where redundant writes are not avoided, everything.
+// Writes only what differs. If redundant writes are not avoided, writes everything.
 void AutoHide::setPanelState(AutoHidePanel &panel, double opacity, bool ignoresMouse)
 {
     const bool writeAll = !settings.expertAvoidRedundantPanelWrites;
@@ -196,7 +196,8 @@ std::optional<Rect> AutoHide::reveal(const std::optional<Rect> &mainScreen)
     return (target == panels.end() ? panels.front() : *target).panel->frame();
 }
 
-// The looks that were left out would have found the pointer where it was.
+// While the timer rested, the pointer did not move. So a panel that had the pointer at the last look has had it until
+// now.
 void AutoHide::resume()
 {
     if (visibilityLooks || resizePaused || surroundings.paused())

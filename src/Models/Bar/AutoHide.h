@@ -1,6 +1,6 @@
-// When the bars fade away and when they come back, decided from the pointer's place and the clock. Looks several times
-// a second while something may change, more often while a fade runs, and not at all while nothing can. A fade is worked
-// out from the time that has passed, so that a late look does not slow it.
+// Decides from the pointer's place and the clock when the bars fade away and when they come back. It looks several
+// times a second while something may change, more often while a fade runs, and not at all while nothing can change. A
+// fade is computed from the time that has passed, so that a late look does not slow the fade.
 #pragma once
 
 #include "Models/Bar/PanelGeometry.h"
@@ -14,30 +14,30 @@
 
 namespace korvane {
 
-// A panel as the machine sees and moves it.
+// A panel as the state machine sees and moves it.
 class AutoHidePanel {
 public:
     virtual ~AutoHidePanel() = default;
     // In desktop coordinates.
     virtual platform::Rect frame() const = 0;
-    // Of the screen it is on; absent when it is on none.
+    // The frame of the panel's screen; absent when the panel is on no screen.
     virtual std::optional<platform::Rect> screenFrame() const = 0;
     // Of its content; absent without a content.
     virtual std::optional<double> contentOpacity() const = 0;
     virtual bool ignoresMouseEvents() const = 0;
     virtual void setContentOpacity(double opacity) = 0;
     virtual void setIgnoresMouseEvents(bool ignores) = 0;
-    // The height that it has or is growing to.
+    // The height that the panel has or is growing to.
     virtual double headingHeight() const { return frame().height; }
-    // Lets it grow or shrink to the height, its lower edge staying where it is.
+    // Lets the panel grow or shrink to the height. Its lower edge stays where it is.
     virtual void setHeight(double height, const platform::Rect &screen) = 0;
 };
 
-// What a look depends on beside the settings, the pointer and the clock. Cheap to ask for.
+// What a look depends on besides the settings, the pointer and the clock. Cheap to ask for.
 struct AutoHideInputs {
     OverflowGeometry geometry;
     bool taskOverflowRowsVisible = false;
-    bool listOpen = false;  // a window list, which brings hidden bars back as well
+    bool listOpen = false;  // a window list is open, which also brings hidden bars back
     friend bool operator==(const AutoHideInputs &, const AutoHideInputs &) = default;
 };
 
@@ -46,14 +46,14 @@ struct AutoHideSurroundings {
     std::function<platform::Point()> pointer;
     std::function<std::vector<platform::Rect>()> screens;
     std::function<AutoHideInputs()> inputs;
-    // Something is open above the bars or carried over them: none vanishes beneath it.
+    // Whether something is open above the bars or dragged over them. While this is true, no bar disappears.
     std::function<bool()> held;
     std::function<bool()> startMenuContainsMouse;
-    // The screens sleep, or the session is another one's: nothing is looked at.
+    // Whether the screens sleep or another session is active. While this is true, there are no looks.
     std::function<bool()> paused;
 };
 
-// What the machine tells its owner, beside what it does to the panels.
+// What the machine tells its owner, besides what it does to the panels.
 struct AutoHideActions {
     std::function<void(bool)> setTaskbarHidden;
     std::function<void(double)> setStartMenuOpacity;
@@ -64,52 +64,53 @@ struct AutoHideActions {
 struct AutoHideOutcome {
     bool allHidden = false;
     bool fading = false;   // the quick timer is needed
-    bool waiting = false;  // a grace time runs out or a fade goes on: the next look may find something else
+    bool waiting = false;  // a grace time or a fade is running: the next look may find something else
 };
 
 class AutoHide {
 public:
     static constexpr double graceSeconds = 0.2;
     static constexpr double hiddenOpacity = 0.01;      // at or below it a panel counts as hidden
-    static constexpr double revealStrip = 1;           // of the screen's bottom edge, in points
-    static constexpr double heightTolerance = 0.5;     // more is a change
-    static constexpr double opacityTolerance = 0.001;  // more is a change, where redundant writes are avoided
-    static constexpr double timerTolerance = 0.1;      // part of a timer's interval
+    static constexpr double revealStrip = 1;           // height of the strip at the screen's bottom edge, in points
+    static constexpr double heightTolerance = 0.5;     // a larger difference is a change
+    static constexpr double opacityTolerance = 0.001;  // the same, where redundant writes are avoided
+    static constexpr double timerTolerance = 0.1;      // as a part of a timer's interval
 
-    // `settings` are the model's own, and outlive this.
+    // `settings` belong to the model and outlive this object.
     AutoHide(platform::MainLoop &loop, const SettingsValues &settings, AutoHideSurroundings surroundings,
              AutoHideActions actions);
 
     // ------------------------------------------------------------------------------------------------ panels
-    // A panel that outlives this, or is removed before. The pointer counts as having been on it just now.
+    // The panel must outlive this object, or be removed before. The pointer counts as having been on the panel just
+    // now.
     void addPanel(AutoHidePanel &panel) { addPanel(panel, loop.monotonicNow()); }
     void addPanel(AutoHidePanel &panel, std::optional<platform::Seconds> lastPointerInside);
     void removePanels() { panels.clear(); }
-    // When the pointer was last seen on it.
+    // When the pointer was last seen on the panel.
     std::optional<platform::Seconds> lastPointerInside(const AutoHidePanel &panel) const;
 
     // ------------------------------------------------------------------------------------------------ looks
     // One look at the pointer: shows, fades or hides each panel, keeps its height, and lets the timers run or rest.
     AutoHideOutcome update();
-    // Shows every panel for a key, and gives the frame of the first one on that screen, else of the first; absent
-    // without panels.
+    // Shows every panel because a key was pressed. Returns the frame of the first panel on that screen. If there is
+    // none on it, returns the frame of the first panel. Absent without panels.
     std::optional<platform::Rect> reveal(const std::optional<platform::Rect> &mainScreen);
-    // The pointer moved, or a setting did: a timer that rests goes on.
+    // The pointer has moved or a setting has changed: a timer that rests starts again.
     void resume();
-    // The same if anything is not as the last look found it.
+    // The same, but only if something has changed since the last look.
     void resumeIfInputsChanged();
 
     // ------------------------------------------------------------------------------------------------ timers
-    // Starts the timer of the looks anew, by the present settings; stops it while paused or a task is resized.
+    // Restarts the timer of the looks with the present settings. Stops it during a pause or while a task is resized.
     void configureVisibilityTimer();
-    // Nothing while it runs.
+    // Does nothing while the timer runs.
     void startFadeTimer();
     void stopFadeTimer();
-    // With the present settings; nothing unless it runs.
+    // Uses the present settings. Does nothing unless the timer runs.
     void restartFadeTimerIfActive();
     // The system's pause began or ended.
     void pauseChanged();
-    // While a task is resized by hand no panel fades under the pointer.
+    // While a task is resized by hand, no panel fades under the pointer.
     void setTaskResizePaused(bool paused);
     bool isTaskResizePaused() const { return resizePaused; }
     // Seconds; absent while the timer does not run.
@@ -117,13 +118,13 @@ public:
     std::optional<double> fadeTimerInterval() const { return runningFadeInterval; }
 
     // ------------------------------------------------------------------------------------------------ rules
-    // Seconds between two looks; the rate is held to 1 to 20 a second.
+    // Seconds between two looks; the rate is clamped to 1 to 20 a second.
     static double visibilityInterval(std::int64_t appMonitorRefreshRate);
-    // Seconds between two frames of a fade; the rate is held to 10 to 60 a second.
+    // Seconds between two frames of a fade; the rate is clamped to 10 to 60 a second.
     static double fadeInterval(std::int64_t appRefreshRate);
     // The intervals of the two timers; absent: the timer does not run.
     static std::optional<double> visibilityTimer(const SettingsValues &settings, bool paused);
-    // `running` is the interval of the timer that runs now, which is left as it is while it is wanted.
+    // `running` is the interval of the timer that runs now. While the timer is wanted, this interval does not change.
     static std::optional<double> fadeTimer(const std::optional<double> &running, bool wanted,
                                            const SettingsValues &settings, bool paused);
 
@@ -133,7 +134,7 @@ private:
         std::optional<platform::Seconds> lastPointerInside;
     };
     struct Look;
-    // What the last look went by.
+    // The inputs of the last look.
     struct Seen {
         platform::Point pointer;
         AutoHideInputs inputs;

@@ -17,7 +17,7 @@ Bar::Bar(AppModel &appModel, platform::MainLoop &mainLoop, MeasureText measureTe
 
 Bar::~Bar()
 {
-    // Nobody is left to arrange anything.
+    // The view must not be called any more.
     actions = {[] {}, [] {}, [] {}};
     currentDrag.reset();
     if (resize)
@@ -31,7 +31,7 @@ void Bar::update(double newWidth)
     pending.list = pending.list || width != newWidth;
     pending.everything = pending.everything || groupingChanged();
     width = newWidth;
-    // What happens while this pass goes on belongs to the next one.
+    // Changes that happen during this pass belong to the next pass.
     const TaskChanges changes = std::exchange(pending, {});
     if (changes.everything || changes.list || !rerunPass(changes)) {
         forgetWhatIsGone();
@@ -40,10 +40,10 @@ void Bar::update(double newWidth)
         noteChangedButtons(changes);
     }
     ejectWhatDoesNotFit();
-    // The grip of a task that is gone holds nothing still any more.
+    // If the task of the grip is gone, the grip must not keep the list from changing any longer.
     if (armedID && !entry(*armedID))
         disarm();
-    // Several screens share the one count, and the last writer wins: each bar speaks up for its own changes alone.
+    // The bars of all screens share one count, and the last writer wins. So each bar reports only its own changes.
     if (std::exchange(reportedRowCount, current.rowCount) != current.rowCount)
         model.setTaskOverflowRowCount(current.rowCount);
 }
@@ -72,7 +72,8 @@ void Bar::runPass()
     current = TaskbarPass::run(passInput(), measure);
 }
 
-// Where the list is the same and single tasks are other now, only these are measured and their buttons set.
+// When the list is the same and only single tasks have changed, only these tasks are measured and only their buttons
+// are set.
 bool Bar::rerunPass(const TaskChanges &changes)
 {
     std::vector<std::size_t> places;
@@ -89,7 +90,7 @@ bool Bar::rerunPass(const TaskChanges &changes)
     return true;
 }
 
-// After a pass over the whole list. A group is not asked which of its windows came or went.
+// After a pass over the whole list. Every group counts as changed, because its windows are not compared.
 void Bar::noteChangedButtons(const TaskChanges &changes)
 {
     allButtonsChanged = changes.everything;
@@ -103,7 +104,7 @@ void Bar::noteChangedButtons(const TaskChanges &changes)
     }
 }
 
-// Groups are made and dissolved by operations of many kinds; what they wrote is what counts.
+// Many different operations make and dissolve groups. So the settings that they write are compared.
 bool Bar::groupingChanged()
 {
     const SettingsValues &settings = model.settings();
@@ -133,7 +134,7 @@ void Bar::forgetWhatIsGone()
     lock.pruneLockedMainWindowIDs(live);
 }
 
-// A window that joined a group on the main row is on the main row with it.
+// A window that has joined a group on the main row is now on the main row too.
 void Bar::letLockFollowGroups()
 {
     if (knownGroupMembers == model.settings().customGroupMembers)
@@ -145,7 +146,7 @@ void Bar::letLockFollowGroups()
         runPass();
 }
 
-// What the layout has pushed out of the main row stays out. Each round takes windows away from the lock or ends it.
+// What the layout has pushed out of the main row stays out. Each round removes windows from the lock or ends the loop.
 void Bar::ejectWhatDoesNotFit()
 {
     const auto mainCounts = [this] { return std::pair(current.mainCount, current.partitionMainCount); };
@@ -253,7 +254,7 @@ void Bar::endDrag()
 
 void Bar::endedDrag()
 {
-    // The drag gives itself up if it was not dropped. What it tells meanwhile is told of no drag any more.
+    // The drag gives itself up if it was not dropped. When it calls back meanwhile, there is no current drag any more.
     const auto ended = std::move(currentDrag);
     ended->giveUp();
     actions.cueChanged();

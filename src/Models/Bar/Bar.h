@@ -1,6 +1,6 @@
-// One bar: what a person did to it and what follows from that. Rows that are held open, the lock, a drag, widths set by
-// hand and the grip that sets them live here, beside the layout that comes out of them, and go with the bar. The view
-// asks for all this and arranges its widgets; it finds out what lies under the pointer and tells it.
+// One bar: what a person did to it and what follows from that. The bar owns the rows that are held open, the lock, a
+// drag, the widths set by hand, the grip that sets them, and the layout that results from all these. The view reads
+// them and arranges its widgets. The view also finds out what lies under the pointer and tells the bar.
 #pragma once
 
 #include "Models/AppModel/AppModel.h"
@@ -22,11 +22,12 @@ namespace korvane {
 
 // What a bar tells its view.
 struct BarActions {
-    // Another layout is due. Comes from the run loop, once however much has changed, unless update() ran before.
+    // A new layout is needed. Comes from the run loop, only once for any number of changes, and not at all if update()
+    // ran before.
     std::function<void()> passWanted;
-    // Rows have opened or closed, or the grip is elsewhere: the layout stays as it is.
+    // Rows have opened or closed, or the grip has another place. The layout has not changed.
     std::function<void()> rowsChanged;
-    // The place under a drag is another.
+    // The place under a drag has changed.
     std::function<void()> cueChanged;
 };
 
@@ -35,7 +36,7 @@ public:
     Bar(AppModel &model, platform::MainLoop &loop, MeasureText measure, BarActions actions);
     Bar(const Bar &) = delete;
     Bar &operator=(const Bar &) = delete;
-    // A width that is being set is not set, a drag is given up.
+    // Gives up a drag, and a width that is just being set by hand.
     ~Bar();
 
     // ------------------------------------------------------------------------------------------------ the pass
@@ -51,36 +52,37 @@ public:
     // ------------------------------------------------------------------------------------------------ rows
     const OverflowHover &overflowHover() const { return hover; }
     const OverflowReturnLock &overflowReturnLock() const { return lock; }
-    // The pointer is over that overflow row, which may show no more than its top, or over none. `x` counts from the
-    // left edge of the screen and is absent off every screen.
+    // The pointer is over that overflow row, or over no row. `tucked` means that the row shows only its top. `x` counts
+    // from the left edge of the screen and is absent when the pointer is on no screen.
     void pointerOverRow(const std::optional<int> &rowID, bool tucked, const std::optional<double> &x);
     void overflowArrowHoverChanged(bool hovered) { hover.overflowArrowHoverChanged(hovered); }
     void clickOverflowArrow() { hover.toggleArrow(model.taskRowsExpanded()); }
     void clickOverflowReturnLock();
-    // "Set First" and "Set Last" of what the drag id stands for.
+    // "Set First" and "Set Last" for the windows that the drag id stands for.
     void setTaskPosition(const std::string &id, const std::set<std::string> &windowIDs, bool first);
 
     // ------------------------------------------------------------------------------------------------ dragging
-    // A drag begins, of that drag id, which stands for those windows. One that has not ended is given up.
+    // A drag begins. The drag id stands for those windows. An earlier drag that has not ended is given up.
     void beginDrag(const std::string &dragID, std::set<std::string> windowIDs);
     // Null while nothing is dragged.
     const TaskDrag *drag() const { return currentDrag.get(); }
-    // The pointer is over that place, or over none, at `x` in the view. Says whether a drop there would be taken.
+    // The pointer is over that place, or over no place, at `x` in the view. Returns whether a drop there would be
+    // taken.
     DropProposal dragMovedTo(const std::optional<TaskDropPlace> &place, double x);
-    // After an update(): what lies under a drag that rests.
+    // To be called after an update(): tells what lies under a drag that rests.
     void dragRestsOver(const std::optional<TaskDropPlace> &place, double x);
     // The pointer left the bar.
     void dragLeft();
-    // Lets go. What was dragged may have been closed on the way; then nothing is dropped. Says whether it was taken.
+    // Drops what is dragged. If it was closed during the drag, nothing is dropped. Returns whether the drop was taken.
     bool drop(const std::optional<TaskDropPlace> &place, double x);
-    // The toolkit's drag is over. Nothing when it was dropped on this bar.
+    // The toolkit's drag is over. Does nothing when it was dropped on this bar.
     void endDrag();
 
     // ------------------------------------------------------------------------------------------------ widths
     const TaskWidthOverrides::Overrides &taskWidthOverrides() const { return overrides; }
     // The entry whose button shows the grip.
     const std::optional<std::string> &armedResizeID() const { return armedID; }
-    // Shows the grip on the entry's button; nothing when it is there already.
+    // Shows the grip on the entry's button. Does nothing when the grip is already there.
     void armResize(const std::string &entryID);
     // The grip of the armed entry; null while none is armed.
     TaskResize *grip() { return armedID ? resize.get() : nullptr; }
@@ -108,7 +110,7 @@ private:
     TaskChanges pending{.everything = true, .list = true, .ids = {}};  // since the last pass
     platform::Subscription taskChanges;
     bool allButtonsChanged = true;
-    std::vector<bool> changedButtons;  // beside the layout's entries
+    std::vector<bool> changedButtons;  // one for each entry of the layout
     int reportedRowCount = 0;
 
     OverflowHover hover;
@@ -118,13 +120,13 @@ private:
     TaskWidthOverrides::Overrides overrides;
     std::optional<std::string> armedID;
     std::unique_ptr<TaskResize> resize;
-    // As they were in the pass before.
+    // As they were in the previous pass.
     std::optional<std::pair<std::size_t, std::size_t>> knownMainCounts;
     StringMap knownGroupMembers, knownGroupNames, knownGroupIcons;
     StringSet knownUngroupedWindows;
 
     bool passIsWanted = false;
-    std::shared_ptr<bool> alive = std::make_shared<bool>(true);  // what was posted holds it weakly
+    std::shared_ptr<bool> alive = std::make_shared<bool>(true);  // posted calls hold it weakly
 };
 
 }  // namespace korvane

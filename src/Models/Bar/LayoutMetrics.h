@@ -1,4 +1,5 @@
-// The lengths that decide where things stand on a bar. The rules reckon with them and the views draw by them. Points.
+// The lengths that decide where things stand on a bar. In points. The rules calculate with them and the views draw with
+// them.
 #pragma once
 
 namespace korvane::LayoutMetrics {
@@ -16,8 +17,8 @@ inline constexpr int buttonPadding = 7;
 inline constexpr int buttonIconSize = 25;
 inline constexpr int iconTextSpacing = 7;
 inline constexpr int besideTitle = 2 * buttonPadding + buttonIconSize + iconTextSpacing;
-inline constexpr int groupRoom = 20;        // more than a single window's, beside a group's title
-inline constexpr int customGroupRoom = 16;  // more than another group's
+inline constexpr int groupRoom = 20;        // added to a single window's room, beside a group's title
+inline constexpr int customGroupRoom = 16;  // added to another group's room
 
 // The right end of the main row, which is kept free of tasks
 inline constexpr int trailingControlsWidth = 124;
@@ -27,7 +28,7 @@ inline constexpr int attentionMarkRoom = 23;  // beside the media controls
 // An overflow row's card
 inline constexpr int cardPadding = 5;
 inline constexpr int endCapWidth = 18;
-inline constexpr int rowEndRoom = endCapWidth + 2 * cardPadding;  // what a row keeps beside its tasks and its buffer
+inline constexpr int rowEndRoom = endCapWidth + 2 * cardPadding;  // what a row needs besides its tasks and its buffer
 // The empty row that carries the media controls while no task overflows.
 inline constexpr int controlsRowBufferWidth = 114;
 inline constexpr int controlsRowWidth = controlsRowBufferWidth + rowEndRoom;

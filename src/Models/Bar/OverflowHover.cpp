@@ -8,7 +8,7 @@ OverflowHover::OverflowHover(platform::MainLoop &loop, OverflowHoverActions owne
     : actions(std::move(owner)), delayed(loop), autoHide(autoHideOverflow)
 {}
 
-// The owner hears of the rows' being open only when that changes.
+// Tells the owner whether the rows are open, but only when this has changed.
 void OverflowHover::settle(bool wasOpen)
 {
     if (overflowOpen() != wasOpen)

@@ -1,6 +1,6 @@
-// When the tucked overflow rows of one bar open and close: by a resting pointer, by the arrow button, by a drag. Acts
-// through sets of row numbers and not through timers that are cancelled, so that whatever runs late finds nothing to
-// do.
+// Decides when the tucked overflow rows of one bar open and close: by a resting pointer, by the arrow button or by a
+// drag. Timers are not cancelled. Instead, pending rows are kept in sets of row numbers, so that a timer that runs late
+// finds nothing to do.
 #pragma once
 
 #include "Models/Base/DelayedTasks.h"
@@ -16,7 +16,7 @@ namespace korvane {
 struct OverflowHoverActions {
     std::function<void(bool)> setTaskOverflowRowsVisible;
     std::function<void(bool)> setTaskRowsExpanded;
-    std::function<void()> changed;  // a state that is drawn
+    std::function<void()> changed;  // a state that is drawn has changed
 };
 
 class OverflowHover {
@@ -27,8 +27,9 @@ public:
 
     OverflowHover(platform::MainLoop &loop, OverflowHoverActions actions, bool autoHideOverflow);
 
-    // The pointer came to a row, or left it. `pointerX` counts from the left edge of its screen and is absent off every
-    // screen; over the start area a pointer opens nothing. Nothing while the rows are not tucked away.
+    // The pointer came to a row, or left it. `pointerX` counts from the left edge of its screen and is absent when the
+    // pointer is on no screen. Over the start area a pointer opens nothing. Does nothing while the rows are not tucked
+    // away.
     void overflowHoverChanged(bool value, int rowID, std::optional<double> pointerX);
     // A drag that rests on the arrow counts as well.
     void overflowArrowHoverChanged(bool value);
@@ -37,7 +38,7 @@ public:
     // A drag is over the overflow area.
     void revealForDrag();
     void dragEnded();
-    // The setting has another value: whatever held rows open is forgotten.
+    // The setting has another value: forgets everything that held rows open.
     void setAutoHideOverflow(bool value);
 
     bool autoHideOverflow() const { return autoHide; }

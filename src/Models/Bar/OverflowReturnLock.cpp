@@ -108,7 +108,7 @@ void OverflowReturnLock::recordOverflowRowEndDrop(bool wasEmpty, Entries entries
     releaseDragged();
 }
 
-// From the main row, to which they do not belong any more.
+// Releases the dragged windows from the main row. They do not belong to it any more.
 void OverflowReturnLock::releaseDragged()
 {
     if (locked)

@@ -23,24 +23,25 @@ public:
 
     // The button: locks what is on the main row now, or unlocks.
     void toggle(std::size_t currentMainCount, Entries entries);
-    // Moves the entries that hold a locked window before all others, each part in its order, and gives their number.
+    // Moves the entries that hold a locked window before all others, and returns their number. Each part keeps its
+    // order.
     static std::size_t partition(std::vector<TaskbarEntry> &entries, const WindowIDs &lockedMainWindowIDs);
-    // The same for the lock as it is: what belongs to the main row and what does not. Unlocked, everything belongs to
-    // it.
+    // The same with the present state of the lock: returns what belongs to the main row, and what does not. When
+    // unlocked, everything belongs to the main row.
     std::pair<std::vector<TaskbarEntry>, std::vector<TaskbarEntry>>
     partitionForLock(std::vector<TaskbarEntry> value) const;
     // What the layout pushed out of the main row stays out.
     void ejectNonfittingLockedMainEntries(Entries entries, std::size_t mainCount);
-    // A window that joins a group on the main row follows it.
+    // A window that joins a group on the main row belongs to the main row too.
     void retainLockedMainGroupMembers(Entries entries);
     // Forgets windows that are gone.
     void pruneLockedMainWindowIDs(const WindowIDs &liveIDs);
-    // "Set First" brings windows to the main row, "Set Last" sends them off it when there is an overflow row.
+    // "Set First" brings windows to the main row. "Set Last" removes them from it when there is an overflow row.
     void taskPositionSet(const WindowIDs &windowIDs, bool first, bool hasOverflow);
 
-    // The windows of the drag under way; empty at its end.
+    // The windows of the present drag; empty when it has ended.
     void setDraggedWindowIDs(WindowIDs ids) { draggedIDs = std::move(ids); }
-    // A drop on a target of the main row, and on one of an overflow row. Nothing while unlocked.
+    // A drop on a target of the main row, and a drop on a target of an overflow row. Both do nothing while unlocked.
     void recordManualMainDrop();
     void recordManualOverflowDrop();
     // A drop on an overflow row's end cap. On the empty row it turns the lock on, which keeps the task there.

@@ -18,7 +18,7 @@ struct OverflowGeometry {
 
 namespace PanelGeometry {
 
-// Above the top row, for the strip that opens tucked rows under the pointer.
+// The room above the top row for the strip that opens tucked rows under the pointer.
 inline constexpr double hoverStripRoom = 20;
 
 OverflowGeometry overflowGeometry(const GeometryKey &key);

@@ -23,7 +23,7 @@ void PointerFollower::stop()
 void PointerFollower::look()
 {
     timer.reset();
-    // Waiting first: a motion between the two is then seen by one of them.
+    // The wait starts before the place is read. So a motion between the two is not missed.
     motion = platform.events.nextMotion([this] {
         motion.reset();
         timer = platform.loop.after(interval, [this] { look(); });
@@ -32,7 +32,7 @@ void PointerFollower::look()
     });
     const auto place = platform.pointer.location();
     const bool onItsWay = place != std::exchange(last, place);
-    // Look again rather than wait for a motion that may have been the last one, or that nobody tells of.
+    // Look again instead of waiting: there may be no further motion, or the system may not report motions.
     if (onItsWay || !motion) {
         timer = platform.loop.after(onItsWay ? interval : restingInterval, [this] { look(); });
         motion.reset();

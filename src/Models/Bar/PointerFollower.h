@@ -1,4 +1,5 @@
-// Tells where the pointer is while it moves, and rests while it rests: between two motions nothing wakes the program.
+// Tells where the pointer is while it moves. While the pointer rests, the follower rests too: between two motions
+// nothing wakes the program.
 #pragma once
 
 #include "Ports/Platform.h"
@@ -9,14 +10,14 @@ namespace korvane {
 
 class PointerFollower {
 public:
-    // At most so often a place is told.
+    // The shortest time between two reported places.
     static constexpr platform::Seconds interval{0.033};
-    // Between two looks at a resting pointer, where the system does not tell of its motion.
+    // The time between two looks at a resting pointer, where the system does not report its motion.
     static constexpr platform::Seconds restingInterval{0.15};
 
     PointerFollower(platform::Platform &platform, std::function<void(platform::Point)> moved);
 
-    // Starts to follow; nothing when it does already.
+    // Starts to follow. Does nothing when it already follows.
     void start();
     void stop();
     bool isFollowing() const { return motion || timer; }

@@ -65,20 +65,20 @@ void TaskDrag::enter(const std::optional<TaskDropPlace> &place, double x, const 
     const bool same = place && currentPlace && place->isSamePlaceAs(*currentPlace);
     if (same && place->left == currentPlace->left && place->width == currentPlace->width)
         return;
-    // The next place takes the cue over before the last one is told that the drag has gone.
+    // The new place takes over the cue before the old place is told that the drag has left it.
     const auto before = std::exchange(delegate, nullptr);
     currentPlace = place;
     currentState = place ? State::overPlace : State::began;
     if (place) {
         delegate = delegateOf(*place, layout);
-        // Opening the rows may move what is under the pointer; the next move sees to that.
+        // This may open rows and so change what is under the pointer. The next move of the pointer handles that.
         delegate->dropEntered(x - place->left);
     }
     if (before && !same)
         before->dropExited();
 }
 
-// Also of a drag that was given up: it leaves nothing behind.
+// This is also called for a drag that was given up, so that nothing of it remains.
 void TaskDrag::end(State state)
 {
     left();
@@ -117,7 +117,7 @@ std::unique_ptr<TaskDropDelegate> TaskDrag::delegateOf(const TaskDropPlace &plac
             shared, requests, TaskDrops::orderedRowEndTarget(layout.entries, lower, count, reversed).value_or(""), true,
             committed);
     case Kind::endCap: {
-        // The row without tasks sends to the end of the order.
+        // A drop on a row without tasks sends the task to the end of the order.
         const auto target = count > 0 ? TaskDrops::orderedRowEndTarget(layout.entries, lower, count, reversed)
                                       : TaskDrops::orderedRowEndTarget(layout.entries, 0, layout.entries.size(), false);
         return std::make_unique<OverflowRowEndDropDelegate>(

@@ -14,17 +14,17 @@
 
 namespace korvane {
 
-// A place of the bar that takes drags, where the view has found it.
+// A place of the bar that takes drags, and where the view has found it.
 struct TaskDropPlace {
     enum class Kind { arrow, endCap, task, group, endZone, row, tuckedRows };
 
     Kind kind = Kind::row;
     int rowID = mainRowID;
-    std::size_t entry = 0;       // in the layout, of a task or a group
-    std::string entryID;         // likewise
+    std::size_t entry = 0;       // index in the layout; only for a task or a group
+    std::string entryID;         // of the same entry
     double left = 0, width = 0;  // in the view
 
-    // The same place, wherever it has moved to meanwhile.
+    // Whether the other one is the same place, even if the place has moved.
     bool isSamePlaceAs(const TaskDropPlace &other) const
     {
         return kind == other.kind && rowID == other.rowID && entryID == other.entryID;
@@ -55,15 +55,15 @@ public:
     const std::optional<std::string> &taskDropCue() const { return shared.taskDropCue; }
     const std::optional<TaskDropPlace> &place() const { return currentPlace; }
 
-    // The pointer is over that place, or over none, at `x` in the view. Says whether a drop there would be taken. After
-    // the end this and the following operations do nothing.
+    // The pointer is over that place, or over no place, at `x` in the view. Returns whether a drop there would be
+    // taken. After the end of the drag, this and the following operations do nothing.
     DropProposal movedTo(const std::optional<TaskDropPlace> &place, double x, const TaskbarLayout &layout);
-    // The layout has changed under a drag that rests: its place has another target now. The arrow stays what it is, and
-    // its wait goes on.
+    // The layout has changed under a drag that rests, so its place has another target now. Only the arrow stays the
+    // same, and its wait continues.
     void layoutChanged(const std::optional<TaskDropPlace> &place, double x, const TaskbarLayout &layout);
     // The pointer left the bar; the drag goes on.
     void left();
-    // Lets go over that place and ends the drag. Says whether the drop was taken.
+    // Drops over that place and ends the drag. Returns whether the drop was taken.
     bool drop(const std::optional<TaskDropPlace> &place, double x, const TaskbarLayout &layout);
     void giveUp();
 

@@ -62,7 +62,7 @@ std::optional<std::string> orderedRowEndTarget(std::span<const TaskbarEntry> ent
 
 namespace {
 
-// Ends the drag before the model is asked, and gives what was dragged.
+// Ends the drag before the model is asked, and returns what was dragged.
 std::string takeDragged(TaskDragState &state)
 {
     state.taskDropCue.reset();
@@ -107,7 +107,7 @@ bool TaskTargetDropDelegate::performDrop(double x)
         state.taskDropCue.reset();
         return false;
     }
-    // By the place of the drop, since another target's exit may have cleared the cue that was shown.
+    // The place of the drop decides, because another target's exit may have cleared the cue that was shown.
     const bool into = TaskDrops::cue(targetID, targetWidth, x) == TaskDrops::intoCue(targetID);
     const std::string dragged = takeDragged(state);
     if (into)
@@ -139,7 +139,7 @@ bool CustomGroupDropDelegate::isItself(const std::string &draggedID) const
 void CustomGroupDropDelegate::dropBefore(const std::string &draggedID)
 {
     if (target.windows.empty())
-        requests.dropTask(draggedID, target);  // there is nothing to stand beside
+        requests.dropTask(draggedID, target);  // there is no window to place it beside
     else
         requests.dropTaskOnRow(draggedID, target.windows.front().id, placeAfterTarget);
 }

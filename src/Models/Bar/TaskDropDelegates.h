@@ -1,6 +1,6 @@
-// The places of a bar that take a dragged task: for each kind of place, what it shows under the drag and what a drop on
-// it asks of the model. Nothing here reads what is being carried: only drags that began on this bar count, and the bar
-// knows those.
+// The places of a bar that take a dragged task: for each kind of place, the cue under the drag and the request that a
+// drop sends to the model. Nothing here reads the data of the drag: only drags that began on this bar count, and the
+// bar knows them.
 #pragma once
 
 #include "Models/Base/Records.h"
@@ -21,12 +21,13 @@ struct TaskDragState {
 
 namespace TaskDrops {
 
-// The left part of a button reorders, the rest groups. `x` and `targetWidth` in the button's own coordinates.
+// A drop on the left part of a button reorders. A drop on the rest groups. `x` and `targetWidth` are in the button's
+// own coordinates.
 std::string cue(const std::string &targetID, double targetWidth, double x);
 std::string beforeCue(const std::string &targetID);
 std::string intoCue(const std::string &targetID);
 
-// The entry at the row's visual left end and at its right end, as a window's id; absent on a row without tasks.
+// The entry at the row's visual left end, and the entry at its right end, as window ids. Absent on a row without tasks.
 std::optional<std::string> orderedRowTarget(std::span<const TaskbarEntry> entries, std::size_t lower, std::size_t count,
                                             bool reversed);
 std::optional<std::string> orderedRowEndTarget(std::span<const TaskbarEntry> entries, std::size_t lower,
@@ -139,7 +140,7 @@ private:
     DropCommitted onDropCommitted;
 };
 
-// An overflow row's end cap. Without a target, on a bar without tasks, only the callback is told.
+// An overflow row's end cap. On a bar without tasks there is no target, and only the callback is called.
 class OverflowRowEndDropDelegate final : public TaskDropDelegate {
 public:
     OverflowRowEndDropDelegate(TaskDragState &dragState, TaskDropRequests &dropRequests,

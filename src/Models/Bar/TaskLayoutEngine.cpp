@@ -48,8 +48,9 @@ std::size_t packed(Widths widths, double available)
     return packed(widths.size(), available, [&](std::size_t i) { return widths[i]; });
 }
 
-// Takes `excess` out of the row, asking its tasks in the order of `rank`, largest first. The order is taken once, at
-// the start. A task below its minimum is raised to it, and the others then give that much more.
+// Takes `excess` out of the row. The tasks give width in the order of `rank`, largest first. The order is computed
+// once, at the start. A task below its minimum is raised to the minimum, and the following tasks then give that much
+// more.
 template <typename Rank> void squeeze(std::vector<double> &row, MinimumWidths minimumWidths, double excess, Rank rank)
 {
     std::vector<std::size_t> order(row.size());
@@ -77,7 +78,8 @@ MainRow packedToMinimums(Widths widths, double available, MinimumWidths minimumW
     return {static_cast<int>(count), std::move(row)};
 }
 
-// The staircase of rows above the bar. Each row's left edge limits the next one up, so that the pile never widens.
+// Stacks the overflow rows above the bar. Each row's left edge limits the row above it, so that the stack never becomes
+// wider towards the top.
 std::vector<OverflowRow> stackRows(Widths widths, std::size_t lower, double screenWidth)
 {
     std::vector<OverflowRow> rows;

@@ -1,6 +1,6 @@
-// Given a screen's width, the room that fixed controls take and the width each task would like: how many tasks stay on
-// the main row, what each gets, and how the rest stack up as overflow rows. Pure, and the same to the last bit for the
-// same input: the sums are taken in one fixed order. Lengths are points.
+// Computes how many tasks stay on the main row, how wide each task is, and how the other tasks form overflow rows. The
+// input is the screen's width, the room of the fixed controls and the wanted width of each task. Pure. The same input
+// gives the same result to the last bit, because the sums are taken in one fixed order. Lengths are points.
 #pragma once
 
 #include <span>
@@ -47,21 +47,22 @@ inline constexpr double minimumRowHeight = 28;
 double rowHeight(int rowNumber);
 
 using Widths = std::span<const double>;
-// A null pointer stands for 64 for every task. Shorter than the tasks is a programming error that ends the process.
+// A null pointer means a minimum of 64 for every task. A list that is shorter than the list of tasks is a programming
+// error that ends the process.
 using MinimumWidths = const std::vector<double> *;
 
 // How many leading widths fit side by side. The first always fits, and less room than 64 counts as 64.
 int packedCount(Widths widths, double available);
-// The same, when one task more may be taken in by squeezing the row.
+// The same, when the row may be squeezed to take in one more task.
 int mainCapacity(Widths widths, double available);
-// The main row's tasks and their widths. Without packing, exactly one task more is taken in if at most half of it
-// sticks out and the row can give that much; with packing every task is reckoned at its minimum.
+// The main row's tasks and their widths. Without packing, exactly one more task is taken in if at most half of it
+// sticks out and the row can give that much. With packing, every task counts with its minimum width.
 MainRow compressedMainRow(Widths widths, double available, MinimumWidths minimumWidths = nullptr,
                           bool packToMinimums = false);
 TaskLayout makeLayout(double screenWidth, double quicklyLaunchRightEdge, double mainTrailingControlsWidth,
                       Widths widths, MinimumWidths minimumWidths, bool packMainRowToMinimums = false);
-// The caller has fixed which tasks belong to the main row: none of the others is pulled onto it, however much room
-// there is. Main tasks that do not fit come first on the overflow rows.
+// The caller has fixed which tasks belong to the main row. No other task moves onto it, even if there is room. Main
+// tasks that do not fit come first on the overflow rows.
 TaskLayout makeLockedLayout(double screenWidth, double quicklyLaunchRightEdge, double mainTrailingControlsWidth,
                             Widths mainWidths, Widths overflowWidths, MinimumWidths mainMinimumWidths,
                             bool packMainRowToMinimums = false);

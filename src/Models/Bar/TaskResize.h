@@ -21,16 +21,17 @@ struct TaskResizeActions {
     std::function<void()> disarm;
 };
 
-// The drag of one grip. The button keeps its width meanwhile; only the grip moves, a guide for the new edge.
+// The drag of one grip. During the drag the button keeps its width. Only the grip moves and shows where the new edge
+// will be.
 class TaskResize {
 public:
     explicit TaskResize(TaskResizeActions ownerActions) : actions(std::move(ownerActions)) {}
 
     // The pointer moved; the first call begins the drag at the width that the button has.
     void changed(double currentWidth, double horizontalTranslation);
-    // Nothing without a drag.
+    // Does nothing without a drag.
     void ended();
-    // The grip went away under the drag: no width is set, but the list moves again.
+    // The grip disappeared during the drag: no width is set, but the list may change again.
     void cancelled();
 
     bool resizing() const { return isResizing; }

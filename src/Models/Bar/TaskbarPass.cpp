@@ -34,7 +34,7 @@ void measureEntry(TaskbarLayout &layout, std::size_t index, const TaskbarPassInp
     layout.minimumWidths[index] = minimumWidth(wanted, entry.group && entry.group->isCustom, overridden);
 }
 
-// Gives the place of the entry that holds the task, by itself or in its group; absent when none does.
+// Returns the place of the entry that holds the task, alone or in a group; absent when no entry holds it.
 std::optional<std::size_t> replaceTask(std::vector<TaskbarEntry> &entries, const RunningAppItem &task)
 {
     for (std::size_t i = 0; i < entries.size(); ++i) {

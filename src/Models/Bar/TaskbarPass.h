@@ -53,16 +53,16 @@ namespace TaskbarPass {
 inline constexpr double maximumTabWidth = 220;
 
 TaskbarLayout run(const TaskbarPassInput &input, const MeasureText &measure);
-// The same, where `layout` came from an input that differs in the records of the tasks at those places alone: only
-// these are measured anew. Gives the places of their entries. Absent, with a layout that is of no use any more, when
-// the entries themselves are others now.
+// The same for an input that differs from the input of `layout` only in the records of the tasks at those places. Only
+// these tasks are measured again. Returns the places of their entries. Absent when the entries themselves have changed;
+// `layout` is then not usable any more.
 std::optional<std::vector<std::size_t>> rerun(TaskbarLayout &layout, const TaskbarPassInput &input,
                                               const std::vector<std::size_t> &changedTasks, const MeasureText &measure);
 
 double tabWidth(double measuredTextWidth, bool grouped);
 double preferredTabWidth(const TaskbarEntry &entry, const MeasureText &measure);
 double preferredTabWidth(double measuredTextWidth, bool grouped, bool custom);
-// The floor a tab may be squeezed to. A width set by hand and a custom group are never squeezed.
+// The smallest width that a tab may be squeezed to. A width set by hand and a custom group are never squeezed.
 double minimumWidth(double wantedWidth, bool custom, bool overridden);
 double quicklyLaunchRightEdge(std::size_t itemCount, double iconSize);
 double mainTrailingControlsWidth(const Choice<MediaSliderDisplay> &mediaSliderDisplay, bool showsAttentionIndicator);

@@ -1,4 +1,5 @@
-// A broken promise between our own functions ends the program with one line; the outside world never does.
+// A broken contract between our own functions ends the program with a message of one line. Unexpected input from
+// outside never ends it.
 #pragma once
 
 #include <cstdio>

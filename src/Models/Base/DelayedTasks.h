@@ -1,4 +1,4 @@
-// Calls that are to come once, some time later, and may be cancelled before.
+// Calls that come once, after a delay, and may be cancelled before.
 #pragma once
 
 #include "Ports/MainLoop.h"
@@ -18,12 +18,12 @@ class DelayedTasks {
     };
 
 public:
-    // Names a scheduled call; says nothing once it has run.
+    // Names a scheduled call. Has no effect once the call has run.
     using Handle = std::weak_ptr<Task>;
 
     explicit DelayedTasks(platform::MainLoop &mainLoop) : loop(mainLoop) {}
 
-    // The call does not come when this object is gone by then.
+    // The call does not come if this object is destroyed before.
     Handle schedule(platform::Seconds delay, std::function<void()> callback)
     {
         std::erase_if(tasks, [](const auto &task) { return task->finished; });
@@ -39,7 +39,7 @@ public:
         return handle;
     }
 
-    // Nothing when the call has run.
+    // Does nothing when the call has run.
     void cancel(const Handle &handle)
     {
         const auto task = handle.lock();

@@ -1,5 +1,5 @@
-// How windows, groups, drags and applications are named. Each scheme is a literal prefix and plain values; a scheme is
-// told by its prefix alone, and only whole identifiers are ever compared.
+// How windows, groups, drags and applications are named. Each scheme is a literal prefix followed by plain values. The
+// prefix alone tells which scheme it is. Only whole identifiers are compared.
 #pragma once
 
 #include "Models/Base/Records.h"

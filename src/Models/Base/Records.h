@@ -15,11 +15,11 @@ namespace korvane {
 using platform::ImagePtr;
 using platform::Pid;
 
-// One task: a window, or what stands for one, on the bar.
+// One task on the bar: a window, or something that stands for a window.
 struct RunningAppItem {
     std::string id;  // see Identifiers.h
     Pid processIdentifier = 0;
-    std::int64_t windowIndex = 0;  // among the application's windows, as they were read
+    std::int64_t windowIndex = 0;  // among the application's windows, in the order of reading
     std::string name;              // the tab's text
     std::string appName;
     ImagePtr icon;
@@ -27,12 +27,13 @@ struct RunningAppItem {
     bool isActive = false;              // the focused window of the frontmost application
     bool hasNotificationBadge = false;  // the application shows a badge
 
-    // Not of all fields: it means showsTheSame(), which code that relies on this should say.
+    // Does not compare all fields: it is the same as showsTheSame(). Code that relies on this should call
+    // showsTheSame().
     friend bool operator==(const RunningAppItem &left, const RunningAppItem &right);
 };
 
-// Whether the two are one task that looks alike: the same id, name, isActive and hasNotificationBadge. A task whose
-// other fields moved is not a change worth a redraw.
+// Whether the two are the same task and look alike: they have the same id, name, isActive and hasNotificationBadge. A
+// change of the other fields needs no redraw.
 inline bool showsTheSame(const RunningAppItem &left, const RunningAppItem &right)
 {
     return left.isActive == right.isActive && left.hasNotificationBadge == right.hasNotificationBadge
@@ -60,7 +61,7 @@ struct AttentionAppItem {
 // Several tasks shown as one button.
 struct RunningAppGroup {
     std::string id;
-    std::string appName;  // of a custom group, the group's name
+    std::string appName;  // for a custom group, the group's name
     ImagePtr icon;
     std::vector<RunningAppItem> windows;  // in task order
     bool isCustom = false;
@@ -74,7 +75,7 @@ struct RunningAppGroup {
     std::string displayName() const;
 };
 
-// What a row of the bar iterates over: either one task or one group.
+// One element of a row of the bar: either one task or one group.
 struct TaskbarEntry {
     std::string id;
     std::optional<RunningAppItem> item;
@@ -101,7 +102,7 @@ struct StartFavorite {
     friend bool operator==(const StartFavorite &, const StartFavorite &) = default;
 };
 
-// A launcher that opens an address of the web.
+// A launcher that opens a web address.
 struct CustomWebLauncher {
     std::string id, name, url, glyph;
     friend bool operator==(const CustomWebLauncher &, const CustomWebLauncher &) = default;

@@ -1,5 +1,5 @@
-// The settings that are one of a few choices: each choice, and the text that stands for it wherever settings are
-// stored, in the order in which the choices are offered.
+// The settings whose value is one of a few choices. Each choice has a text, which stands for it wherever settings are
+// stored. The choices stand in the order in which they are offered.
 #pragma once
 
 #include "Models/Base/Assert.h"
@@ -19,7 +19,7 @@ enum class NewWindowsPlace { first, last };
 enum class StartIcon { application, customImage, customText, circledLetter, monospaceLetter };
 enum class NotificationBadgeStyle { triangle, dot, line, stripe, none };
 enum class AttentionListMode { always };
-// What a list of applications is for: nothing is held back, or all but the listed, or the listed.
+// What a list of applications holds back: nothing, all applications but the listed ones, or the listed ones.
 enum class FilterPolicy { allowAll, whitelist, blacklist };
 
 template <typename Enum> struct ChoiceText {
@@ -81,7 +81,8 @@ inline constexpr auto choiceTexts<FilterPolicy> = std::to_array<ChoiceText<Filte
     {FilterPolicy::blacklist, "blacklist"},
 });
 
-// The value of such a setting. A stored text that is none of the choices is kept as it is, and equals none of them.
+// The value of such a setting. A stored text that is not one of the choices is kept unchanged and does not equal any
+// choice.
 template <typename Enum> class Choice {
 public:
     Choice(Enum choice) : known(choice) {}
@@ -96,7 +97,7 @@ public:
             unknown = std::move(text);
     }
 
-    // Absent for a text that is none of the choices.
+    // Absent for a text that is not one of the choices.
     std::optional<Enum> value() const { return known; }
     // A choice that the table lacks is a programming error that ends the process.
     std::string_view text() const

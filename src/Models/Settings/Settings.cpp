@@ -107,7 +107,7 @@ void store(platform::Defaults &defaults, std::string_view key, const StringSet &
     defaults.setStrings(key, StringList(value.begin(), value.end()));
 }
 
-// What can't be encoded leaves the stored value as it is.
+// If the value can't be encoded, the stored value stays as it is.
 template <typename Record>
 void store(platform::Defaults &defaults, std::string_view key, const std::vector<Record> &value)
 {
@@ -152,7 +152,7 @@ void Settings::loadMigrated()
     if (!defaults.string(keyOf(&V::notificationBadgeStyle)))
         if (const auto shown = defaults.boolean("notificationIndicatorsEnabled"); shown && !*shown)
             current.notificationBadgeStyle = NotificationBadgeStyle::none;
-    // An empty list of what alone may raise the indicator would mean that nothing may.
+    // If the list named the only applications that may raise the indicator, an empty list would allow none.
     if (current.attentionIndicatorApps.empty())
         current.attentionIndicatorPolicy = FilterPolicy::blacklist;
     if (!current.startIconChoice.value())

@@ -1,4 +1,4 @@
-// The settings in memory and their way to and from the defaults database.
+// The settings in memory. They are read from the defaults database and written to it.
 #pragma once
 
 #include "Models/Settings/SettingsTable.h"
@@ -8,7 +8,7 @@ namespace korvane {
 
 class Settings {
 public:
-    // Reads every key once, with the migrations of older versions' keys. Nothing is clamped: a limit is enforced where
+    // Reads every key once and migrates the keys of older versions. Values are not clamped: a limit is enforced where
     // the value is used. Seeds the default colours on the first run of an installation.
     explicit Settings(platform::Defaults &defaults);
 
@@ -16,8 +16,8 @@ public:
     // For the operations that change a list and save it themselves.
     SettingsValues &edit() { return current; }
 
-    // Stores the value and, for a plain one, writes its whole group, so that a key an older version did not know stands
-    // there after whatever assignment. Observers are told of a new value only.
+    // Stores the value. For a plain value it also writes the whole group, so that after any assignment the database
+    // also has the keys that an older version did not know. Observers are told only when the value is new.
     template <typename T> void assign(T SettingsValues::*member, T value)
     {
         const Setting &setting = settingOf(member);
@@ -34,13 +34,13 @@ public:
     void save(SettingGroup group);
     // Writes the one key.
     template <typename T> void save(T SettingsValues::*member) { write(settingOf(member)); }
-    // Takes the one key out of the store; the value in memory stays.
+    // Removes the one key from the database; the value in memory stays.
     template <typename T> void forget(T SettingsValues::*member) { defaults.remove(settingOf(member).key); }
 
-    // Takes every stored default colour back, for good: the first-run colours do not return.
+    // Removes every stored default colour for good: the colours of the first run do not come back.
     void forgetDefaultColors();
 
-    // A new value was stored by assign(), and its group saved.
+    // assign() has stored a new value and saved its group.
     platform::ObserverList<const Setting &> changed;
 
 private:

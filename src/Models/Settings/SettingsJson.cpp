@@ -25,7 +25,7 @@ std::optional<std::string> text(const Json &object, const char *member)
     return found->get<std::string>();
 }
 
-// One list of records: absent as a whole when any of them does not decode.
+// Decodes one list of records. The whole list is absent when any record can't be decoded.
 template <typename Record, typename Decode>
 std::optional<std::vector<Record>> decodeList(std::span<const std::uint8_t> data, Decode decode)
 {

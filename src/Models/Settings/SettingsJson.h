@@ -1,4 +1,4 @@
-// The two settings that are stored as data: lists of records as one JSON array.
+// The two settings that are stored as data. Each is a list of records, stored as one JSON array.
 #pragma once
 
 #include "Models/Settings/SettingsTable.h"
@@ -13,7 +13,7 @@ namespace korvane::SettingsJson {
 
 using Bytes = std::vector<std::uint8_t>;
 
-// Absent when a text is not UTF-8; nothing is to be stored then.
+// Absent when a text is not UTF-8. The caller must then store nothing.
 std::optional<Bytes> encode(const FavoriteList &favorites);
 std::optional<Bytes> encode(const WebLauncherList &launchers);
 // Absent unless the data is an array of objects that have every required member as text.

@@ -1,5 +1,5 @@
-// The whole persisted vocabulary as one table: key, property, type, default, group, in the order of writing. Loading,
-// saving, restoring and the tests all walk it; a new setting is one member here and one line in SettingsTable.cpp.
+// All persisted settings in one table: key, property, type, default and group, in the order of writing. Loading,
+// saving, restoring and the tests all use it. A new setting needs one member here and one line in SettingsTable.cpp.
 #pragma once
 
 #include "Models/Base/Records.h"
@@ -113,7 +113,7 @@ struct Setting {
 
 // In the order of writing.
 std::span<const Setting> settingsTable();
-// The row of a member. A member without one is a programming error that ends the process.
+// The row of a member. A member without a row is a programming error that ends the process.
 const Setting &settingOf(const SettingMember &member);
 // Null when there is no such property.
 const Setting *findSetting(std::string_view property);

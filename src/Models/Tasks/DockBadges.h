@@ -1,4 +1,4 @@
-// Which applications show a badge, read from the dock's element tree, and who of them may raise the indicator.
+// Which applications show a badge, read from the dock's element tree, and which of them may raise the indicator.
 #pragma once
 
 #include "Models/Settings/SettingsTable.h"
@@ -20,7 +20,7 @@ inline constexpr int depthLimit = 5;
 
 // The titles of the badged items. Empty without a dock or when it does not answer.
 BadgedNames dockBadgedAppNames(platform::Platform &platform);
-// Of the mark on the bar.
+// The tool tip of the mark on the bar.
 constexpr std::string_view attentionToolTip(std::size_t attentionCount)
 {
     return attentionCount == 0 ? "No apps need attention" : "Notifications";

@@ -1,5 +1,5 @@
-// The red mark on a task whose application shows a badge: its shape by the style of the settings. Points, from the
-// button's top leading corner, y downwards.
+// The red mark on a task whose application shows a badge. The style in the settings decides its shape. In points from
+// the button's top leading corner, y downwards.
 #pragma once
 
 #include "Models/Settings/Choices.h"
@@ -15,17 +15,17 @@ struct NotificationMark {
 
     Shape shape = Shape::corner;
     double opacity = 0;                    // of red
-    platform::Rect frame;                  // what is filled; of a line the square that it crosses
-    double cornerRadius = 0;               // of the corner's right angle, of the rectangle
+    platform::Rect frame;                  // what is filled; for a line, the square that it crosses
+    double cornerRadius = 0;               // of the corner's right angle, or of the rectangle
     double lineWidth = 0, lineLength = 0;  // the line runs from (0, length) to (length, 0)
-    double boxWidth = 0, boxHeight = 0;    // the room that it takes, with what is kept free around it
+    double boxWidth = 0, boxHeight = 0;    // the room of the mark, with the free space around it
 };
 
 namespace NotificationMarks {
 
 inline constexpr double taskbarSize = 13;
 
-// Absent for no mark, and for a style that is not known.
+// Absent when the style has no mark or is unknown.
 inline std::optional<NotificationMark> ofStyle(const Choice<NotificationBadgeStyle> &style, double size)
 {
     using Style = NotificationBadgeStyle;

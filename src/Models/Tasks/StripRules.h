@@ -1,4 +1,5 @@
-// How a button tells its state: the white of its fill, and the strip it wears, by the setting that gives its colour.
+// How a button shows its state: the opacity of its white fill, and its strip, named by the setting that gives the
+// strip's colour.
 #pragma once
 
 #include "Models/Settings/SettingsTable.h"
@@ -25,7 +26,7 @@ constexpr double highlightOpacity(bool isActive, bool inverted)
     return isActive != inverted ? 0.13 : 0.035;
 }
 
-// Of a task's button, and of a row in a group's window list; the first rule that holds.
+// The strip of a task's button, or of a row in a group's window list. The first rule that applies decides.
 constexpr std::optional<StripChoice> task(bool stripsEnabled, bool isActive, bool isPrevious)
 {
     if (stripsEnabled && isActive)
@@ -33,7 +34,7 @@ constexpr std::optional<StripChoice> task(bool stripsEnabled, bool isActive, boo
     return stripsEnabled && isPrevious ? std::optional(previousStrip) : std::nullopt;
 }
 
-// A group's button never wears the strip of the previous window.
+// A group's button never shows the strip of the previous window.
 constexpr std::optional<StripChoice> group(bool stripsEnabled, bool holdsActiveStripWindow)
 {
     return task(stripsEnabled, holdsActiveStripWindow, false);

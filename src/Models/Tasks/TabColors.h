@@ -39,7 +39,7 @@ inline constexpr std::array<PaletteColor, 8> palette{{
     {"Gray", Rgb{0.557, 0.557, 0.576}},
 }};
 
-// What the bar falls back on where the setting of a strip gives no colour.
+// The bar uses these where the setting of a strip gives no colour.
 inline constexpr Rgb activeStripFallback{0.035, 0.24, 0.57};
 inline constexpr Rgb lastStripFallback{0.025, 0.17, 0.4};
 
@@ -47,12 +47,12 @@ inline constexpr Rgb lastStripFallback{0.025, 0.17, 0.4};
 std::optional<Rgb> storedTabColor(const std::optional<std::string> &text);
 // "Custom:#RRGGBB", halves rounded away from zero.
 std::string storedCustomColor(const Rgb &color);
-// What a colour well of the settings shows for the text; a palette name shows as the default blue.
+// The colour that a colour well of the settings shows for the text. A palette name gives the default blue.
 Rgb settingsStripColor(std::string_view text);
-// What a group's button wears: its own colour, or for an automatic group that of its first window.
+// The colour of a group's button: its own colour, or for an automatic group the colour of its first window.
 std::optional<std::string> groupColorName(const ColorNames &liveTabColors, const RunningAppGroup &group);
-// Opens the colour panel at the next turn, when a menu that asked for it has closed, with that stored colour. `apply`
-// is given every colour that is tried in it, as a stored colour, until the panel is asked for by somebody else.
+// Opens the colour panel with that stored colour at the next turn, when the menu that asked for it has closed. `apply`
+// gets every colour that the user tries in the panel, as a stored colour, until the panel is opened for another caller.
 void pickColor(platform::Platform &platform, const std::optional<std::string> &initialStored,
                std::function<void(const std::string &)> apply);
 

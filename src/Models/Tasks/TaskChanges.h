@@ -1,4 +1,4 @@
-// What has changed about the tasks, so that a bar can leave the rest of its buttons alone.
+// What has changed about the tasks, so that a bar need not update its other buttons.
 #pragma once
 
 #include <string>
@@ -9,7 +9,7 @@ namespace korvane {
 struct TaskChanges {
     // Something that every button may depend on: a setting, a colour, a group.
     bool everything = false;
-    // Tasks came, went or moved, or a bar has to lay them out in another way.
+    // Tasks were added, removed or moved, or a bar has to lay them out in another way.
     bool list = false;
     // Tasks whose own button shows something else, by their identifiers. New tasks are among them.
     std::unordered_set<std::string> ids;

@@ -12,7 +12,7 @@ class TaskDropRequests {
 public:
     // On the middle of a plain task: both go into one custom group.
     virtual void groupTask(const std::string &id, const std::string &targetID) = 0;
-    // On a group's button: the task joins it. An automatic group thereby becomes a custom one.
+    // On a group's button: the task joins it. This turns an automatic group into a custom group.
     virtual void dropTask(const std::string &id, const RunningAppGroup &group) = 0;
     // Beside a task of the same row.
     virtual void dropTaskOnRow(const std::string &id, const std::string &adjacentTo, bool after) = 0;

@@ -10,7 +10,7 @@
 namespace korvane::TaskGrouping {
 namespace {
 
-// The custom group of each window, as far as the group has a name; a membership without one counts as none.
+// The custom group of each window. A membership counts only if its group has a name.
 class ActiveMembership {
 public:
     explicit ActiveMembership(const SettingsValues &values) : settings(values) {}
@@ -79,8 +79,8 @@ std::vector<TaskbarEntry> taskbarEntries(Items items, const SettingsValues &sett
         return groupAll || (specific && shouldGroup(item.appName, settings));
     };
 
-    // The name and the icon of an automatic group are those of the process's first window, whether or not that window
-    // is in the group.
+    // The name and the icon of an automatic group are those of the process's first window, even if that window is not
+    // in the group.
     std::unordered_map<Pid, const RunningAppItem *> firstOfProcess;
     std::unordered_map<Pid, std::vector<RunningAppItem>> automaticMembers;
     std::unordered_map<std::string_view, std::vector<RunningAppItem>> customMembers;

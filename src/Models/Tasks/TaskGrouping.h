@@ -20,11 +20,12 @@ inline constexpr std::string_view newGroupGlyph = "📁";
 
 // One automatic group per process, in the order of each process's first window.
 std::vector<RunningAppGroup> runningAppGroups(Items items);
-// What the rows show. `groupAll` groups every application that nothing exempts.
+// What the rows show. `groupAll` groups every application that is not exempt.
 std::vector<TaskbarEntry> taskbarEntries(Items items, const SettingsValues &settings, bool groupAll);
 // Whether the mode and the list of specific applications group the windows of that application.
 bool shouldGroup(std::string_view appName, const SettingsValues &settings);
-// Whether every application is to be grouped on a bar whose main row holds `capacity` plain windows of `windowCount`.
+// Whether every application is to be grouped on a bar that has `windowCount` windows and whose main row has room for
+// `capacity` plain windows.
 bool groupAll(const Choice<GroupingMode> &groupingMode, int capacity, std::size_t windowCount);
 // The group key of a custom group's identifier; empty for any other identifier.
 std::string_view customGroupKey(std::string_view groupID);

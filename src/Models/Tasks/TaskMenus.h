@@ -1,5 +1,5 @@
-// The context menus of tasks, groups and the rows of a window list, as values: what they offer, in which order, under
-// which condition. The views make menus of the toolkit of them.
+// The context menus of tasks, groups and the rows of a window list, as values: their items, the order and the
+// conditions. The views turn them into menus of the toolkit.
 #pragma once
 
 #include "Models/Base/Records.h"
@@ -24,7 +24,7 @@ using Menu = std::vector<MenuItem>;
 using ColorName = std::optional<std::string>;
 using SetColor = std::function<void(const ColorName &)>;
 
-// What the items do. An action that is not there leaves its items out, where the menu's description says so.
+// What the items do. If an action is absent, its items are left out, where the menu's description says so.
 struct TaskMenuActions {
     std::function<void()> setFirst, setLast;  // both or none
     std::function<void()> newGroup;
@@ -33,7 +33,7 @@ struct TaskMenuActions {
     SetColor setCustomColor;
     SetColor setDefaultColor;  // may be absent
     std::function<void(double)> setColorOpacity;
-    std::function<void(const SetColor &apply)> pickColor;  // opens the color picker, which applies live
+    std::function<void(const SetColor &apply)> pickColor;  // opens the colour panel, which applies each colour at once
     std::function<void()> quit, close, armResize;
 };
 
@@ -54,7 +54,7 @@ namespace TaskMenus {
 Menu colorMenu(const SetColor &set, const std::function<void(const SetColor &)> &pickColor);
 Menu transparencyMenu(const std::function<void(double)> &set);
 
-// What a task offers beside the items that are always there.
+// What a task's menu offers besides the items that every task has.
 struct TaskOffers {
     bool position = false;     // "Set First" and "Set Last"
     bool newGroup = false;     // and the favorites
@@ -66,7 +66,7 @@ TaskOffers taskOffers(const RunningAppItem &item, const SettingsValues &settings
 Menu taskMenu(const RunningAppItem &item, const SettingsValues &settings, const TaskMenuActions &actions);
 
 Menu groupMenu(const RunningAppGroup &group, const GroupMenuActions &actions);
-// Of the header of a group's window list: the same without the colors and "Resize".
+// The menu of the header of a group's window list: the same without the colours and "Resize".
 Menu groupHeaderMenu(const RunningAppGroup &group, const GroupMenuActions &actions);
 Menu windowRowMenu(const RunningAppItem &item, const WindowRowMenuActions &actions);
 
@@ -94,7 +94,7 @@ inline std::string toolTip(const RunningAppGroup &group)
 {
     return "Show " + group.appName + " windows";
 }
-// What "Change Icon…" stores for a text: its first character as a person sees it, or the folder for none.
+// What "Change Icon…" stores for a text: its first character as a person sees it, or the folder for an empty text.
 std::string changedGlyph(const std::string &text, const std::function<std::string(std::string_view)> &firstCharacter);
 
 }  // namespace GroupButtons

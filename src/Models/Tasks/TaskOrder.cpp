@@ -73,7 +73,7 @@ std::unordered_set<std::string_view> setOf(const std::vector<std::string> &ids)
     return {ids.begin(), ids.end()};
 }
 
-// Takes the moving ones out of the order and returns them in the order's own order.
+// Removes the moving identifiers from the order and returns them. They keep their order.
 Order extract(Order &order, const std::unordered_set<std::string_view> &moving)
 {
     Order moved;

@@ -16,7 +16,7 @@
 
 namespace korvane {
 
-// From an identifier to its first place in a list. Holds views: the list must outlive it unchanged.
+// From an identifier to its first place in a list. Holds views: the list must outlive the index and must not change.
 class OrderIndex {
 public:
     OrderIndex() = default;
@@ -45,24 +45,24 @@ namespace TaskOrder {
 using PreviousPosition = std::function<std::size_t(const RunningAppItem &)>;
 
 // Sorts by the stored order, then by the previous place, then by application name, within a process by window index.
-// Stable, since two processes of one name are deliberately left as they were discovered.
+// The sort is stable: windows of two processes with the same name deliberately stay in the order of their discovery.
 void sort(std::vector<const RunningAppItem *> &items, const OrderIndex &order,
           const PreviousPosition &previousPosition);
 
 using Items = std::span<const RunningAppItem>;
 // The windows that a drag identifier stands for, in task order.
 std::vector<const RunningAppItem *> windowsForDragID(std::string_view id, Items items, const SettingsValues &settings);
-// The window that must take over the dragged one's place so that its group stays where it is; absent when the dragged
-// one is not the first of a larger group, or is not dragged out of a group's list.
+// The window that must take over the dragged window's place, so that the group stays where it is. Absent when the
+// dragged window is not the first of a larger group, or is not dragged out of a group's list.
 std::optional<std::string> replacementAnchor(std::string_view dragID,
                                              const std::vector<const RunningAppItem *> &dragged, Items items,
                                              const SettingsValues &settings);
 
 using Order = std::vector<std::string>;
 std::size_t orderedIndex(std::string_view id, const Order &order);
-// Puts the anchor directly before the window it replaces. Nothing when either is not in the order.
+// Puts the anchor directly before the window it replaces. Does nothing when one of the two is not in the order.
 void promoteReplacementAnchor(const std::optional<std::string> &anchor, std::string_view replacing, Order &order);
-// Sends the windows to the very start or end, keeping their order among themselves. False: store nothing.
+// Moves the windows to the very start or end. They keep their order among themselves. False: store nothing.
 bool moveToEnd(Order &order, const std::vector<std::string> &ids, bool first);
 // Puts the windows as a block beside the target. False when the target is among them or absent: store nothing.
 bool moveTasks(Order &order, const std::vector<std::string> &ids, std::string_view target, bool after);

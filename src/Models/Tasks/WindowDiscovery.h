@@ -24,7 +24,7 @@ public:
 
     // The elements of the application's windows; absent when it does not answer.
     std::optional<std::vector<platform::Element>> windows(Pid pid) const;
-    // Trimmed; absent when there is none, or nothing but blanks.
+    // Trimmed; absent when there is no title, or when the title has only blanks.
     std::optional<std::string> title(const platform::Element &window) const;
     std::optional<std::string> axIdentifier(const platform::Element &window) const;
     std::string stableWindowIdentifier(const platform::Element &window) const;
@@ -53,7 +53,7 @@ public:
 
     // Whether the name is in the list.
     bool matches(const std::vector<std::string> &names, std::string_view name) const;
-    // Adds the trimmed name. False, and nothing is done, when it is blank or already there.
+    // Adds the trimmed name. Returns false and does nothing when the name is blank or already in the list.
     bool add(std::vector<std::string> &names, std::string_view name) const;
     // Removes every entry that equals the name.
     void remove(std::vector<std::string> &names, std::string_view name) const;

@@ -34,7 +34,7 @@ WindowMemory::Changes WindowMemory::updatePreviousWindows(const std::vector<cons
     WindowByApplication previous = previousWindows;
     std::erase_if(previous, isGone);
 
-    // The application that lost the focus remembers the window that it lost.
+    // The window that lost the focus becomes the previous window of its application.
     if (activeItem && oldActive && *oldActive != activeItem->id) {
         const auto lost = std::find_if(activeWindows.begin(), activeWindows.end(),
                                        [&](const auto &entry) { return entry.second == *oldActive; });

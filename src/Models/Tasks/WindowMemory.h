@@ -1,4 +1,5 @@
-// Which window wears the active strip, and which window of each application was active before the present one.
+// Remembers which window shows the active strip, and which window of each application was active before the present
+// one.
 #pragma once
 
 #include "Models/Base/Records.h"
@@ -19,12 +20,13 @@ public:
         bool activeStrip = false, previousWindows = false;
     };
 
-    // Follows the list of a refresh, before it is published. Repeating it with the same list changes nothing.
+    // Updates the memory from the list of a refresh, before the list is published. A second call with the same list
+    // changes nothing.
     Changes updatePreviousWindows(const std::vector<const RunningAppItem *> &items);
 
-    // Whether the task was active in its application before the present one; never for an active task.
+    // Whether the task was active in its application before the present one. Always false for an active task.
     bool isPreviousWindow(const RunningAppItem &item) const;
-    // Whether the task wears the active strip, also while this program or a windowless application has the focus.
+    // Whether the task shows the active strip, also while this program or a windowless application has the focus.
     bool isActiveBlueStripWindow(const RunningAppItem &item) const;
 
     const std::optional<std::string> &activeBlueStripWindowID() const { return activeStrip; }
@@ -40,9 +42,9 @@ namespace RecentWindows {
 
 inline constexpr std::size_t limit = 8;
 
-// The task moves to the front; the oldest beyond eight drop out.
+// Moves the task to the front. If there are more than eight, the oldest are removed.
 void record(std::vector<std::string> &recents, const std::string &id);
-// New windows enter at the front as a block, in their order.
+// Adds new windows at the front as a block, in their order.
 void recordNew(std::vector<std::string> &recents, const std::vector<std::string> &newIDs);
 
 }  // namespace RecentWindows

@@ -1,4 +1,5 @@
-// The two levels that the bar sets: how bright the screen is, how loud the sound. No state of its own.
+// The two levels that the bar sets: the brightness of the screen and the volume of the sound. These functions hold no
+// state.
 #pragma once
 
 #include "Ports/Audio.h"
@@ -9,15 +10,16 @@
 namespace korvane {
 
 namespace SystemVolume {
-// Of the default output: its own volume, or that of its first channel that has one. Absent without any.
+// The volume of the default output, or of its first channel that has a volume. Absent when there is none.
 std::optional<float> current(platform::AudioProperties &audio);
-// Held to 0 to 1. A device without a volume of its own gets it on both channels; without an output nothing happens.
+// Clamps the volume to 0 to 1. If the device has no volume of its own, both channels are set. Does nothing without an
+// output.
 void set(platform::AudioProperties &audio, float volume);
 }  // namespace SystemVolume
 
 namespace SystemBrightness {
 std::optional<float> current(platform::Brightness &brightness);
-// Held to 0 to 1. False when it could not be set.
+// Clamps the level to 0 to 1. False when it could not be set.
 bool set(platform::Brightness &brightness, float level);
 }  // namespace SystemBrightness
 

@@ -101,7 +101,8 @@ bool LevelControl::scroll(double delta)
     const double size = actions.scrollRate() / 100;
     const double step = delta > 0 ? size : -size;
     const auto system = actions.current();
-    // A screen of few levels rounds a small step away. The steps add up until they are one of its own.
+    // A screen with few levels rounds a small step to nothing. So the small steps are added up until they make one step
+    // of the screen.
     const bool unmoved = showing && system && system == lastScrolledFrom;
     const double from = unmoved ? currentLevel : system.value_or(currentLevel);
     const auto level = static_cast<float>(std::clamp(from + step, 0.0, 1.0));
@@ -122,7 +123,7 @@ void LevelControl::slide(float level)
     actions.changed();
 }
 
-// Cancelled rather than checked: only the last step of the wheel counts.
+// The previous call is cancelled, because only the last step of the wheel counts.
 void LevelControl::scheduleSliderDismiss()
 {
     delayed.cancel(sliderDismissWorkItem);

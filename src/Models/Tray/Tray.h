@@ -1,5 +1,5 @@
-// The rules of the small controls at the end of the bar, without a widget: which symbol, how often, where, and the two
-// machines behind their popovers.
+// The rules of the small controls at the end of the bar, without any widget: symbols, intervals, offsets, and the two
+// state machines behind the popovers.
 #pragma once
 
 #include "Models/Base/DelayedTasks.h"
@@ -15,22 +15,22 @@ namespace korvane {
 
 namespace TrayRules {
 
-// Names of symbols. Levels are compared as they are stored, in 32 bits.
+// Names of symbols. Levels are compared in 32 bits, as they are stored.
 std::string_view brightnessSymbol(float level);
 std::string_view volumeSymbol(float level);
-// Seconds between two looks at the clock, whatever the setting.
+// Seconds between two looks at the clock: the setting, clamped to 1 to 2.
 std::int64_t clockInterval(std::int64_t refreshSeconds);
-// How far the mark that asks for attention is moved down.
+// By how many points the attention mark is moved down.
 double attentionBadgeYOffset(bool compact, const Choice<NotificationBadgeStyle> &style);
 // "45%"
 int percent(float level);
 
 }  // namespace TrayRules
 
-// A list that opens by a click, or by a pointer that rests.
+// A list that opens on a click, or when the pointer rests.
 class HoverList {
 public:
-    // `changed` is told when the list is to open or to close.
+    // `changed` is called when the list has to open or close.
     HoverList(platform::MainLoop &loop, platform::Seconds wait, std::function<void(bool showing)> changed);
 
     void hover(bool value);
@@ -52,28 +52,28 @@ private:
 // What a level control asks of its owner and of the system.
 struct LevelControlActions {
     std::function<std::optional<float>()> current;
-    std::function<bool(float)> set;      // false: it could not be set, and the event is not this control's
-    std::function<double()> scrollRate;  // percent for each event of the wheel
-    std::function<void()> changed;       // the level, or whether the slider shows
+    std::function<bool(float)> set;      // false when it could not be set; the control then does not take the event
+    std::function<double()> scrollRate;  // percent per event of the wheel
+    std::function<void()> changed;       // the level has changed, or the slider has opened or closed
 };
 
-// A button for the brightness or the volume, whose slider shows while the wheel turns or after a click.
+// A button for the brightness or the volume. Its slider shows while the wheel turns or after a click.
 class LevelControl {
 public:
     static constexpr platform::Seconds sliderDismissal{1.5};
 
     LevelControl(platform::MainLoop &loop, LevelControlActions actions);
 
-    // At appearance.
+    // To be called when the control appears.
     void readSystem();
     void click();
-    // Whether the event was this control's.
+    // Returns whether the control took the event.
     bool scroll(double delta);
     // The slider was moved.
     void slide(float level);
     // The popover was closed by other means.
     void dismissed();
-    // The control goes away: nothing is to come any more.
+    // The control disappears: a pending call that closes the slider is cancelled.
     void disappeared();
 
     float level() const { return currentLevel; }

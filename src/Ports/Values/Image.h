@@ -1,4 +1,4 @@
-// A picture as the records carry it: immutable, shared, and of no toolkit's type.
+// A picture in the records: immutable, shared and independent of any toolkit.
 #pragma once
 
 #include <cstdint>
