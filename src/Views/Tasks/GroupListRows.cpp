@@ -18,7 +18,7 @@ QFont listFont(bool heading = false)
     return systemFont(Metrics::popoverFontSize, heading);
 }
 
-// Left of the text and right of it, without the text itself.
+// The width of everything left and right of the text, without the text itself.
 constexpr int headerSurroundings = 2 * Metrics::rowPadding + Metrics::headerIconSize + 2 * Metrics::rowSpacing
                                    + static_cast<int>(Metrics::headerChevronSize);
 constexpr int rowSurroundings = 2 * Metrics::rowPadding + Metrics::rowIconSize + Metrics::rowSpacing;
