@@ -27,7 +27,7 @@ public:
     SimulatedDesktop(const SimulatedDesktop &) = delete;
     SimulatedDesktop &operator=(const SimulatedDesktop &) = delete;
 
-    // References to the parts: the desktop must outlive them.
+    // The platform holds references to the parts, so the desktop must outlive it.
     platform::Platform platform()
     {
         return {loop,      applications, accessibility, windowList, screens, pointer, events,     panels, hotKeys,
