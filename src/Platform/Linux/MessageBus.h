@@ -43,7 +43,7 @@ public:
         const char *answerType = nullptr;  // "(u)"; null for any
     };
     struct Answer {
-        GVariant *value = nullptr;  // null after a refusal, after five seconds, and without a bus
+        GVariant *value = nullptr;  // null after a refusal, after five seconds without an answer, and without a bus
         std::string error;          // the name of the refusal's error; empty if nobody refused
     };
     // Calls a method of a running service; it never starts a service. Takes ownership of the arguments. The answer

@@ -49,8 +49,8 @@ public:
     [[nodiscard]] platform::Subscription observe(SessionEvent event, std::function<void()> callback) override;
 
     // ------------------------------------------------------------------------------------------------ setting up
-    // Each of these takes place whether the desktop is passive or live; on a live one its applications tell of it. What
-    // names an application or a window that is not there does nothing.
+    // These change a passive desktop as well as a live one; on a live desktop the applications announce the change. A
+    // call does nothing if its application or window does not exist.
 
     void setSelf(Pid pid) { ownPid = pid; }
     // Replaces the application with that pid, or adds the process after all others. Windows that exist before and after

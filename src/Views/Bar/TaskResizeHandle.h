@@ -31,7 +31,7 @@ private:
     Bar &bar;
     QRect button;
     double buttonWidth = 0;
-    double pressedAt = 0;  // of the desktop
+    double pressedAt = 0;  // in desktop coordinates
 };
 
 }  // namespace korvane

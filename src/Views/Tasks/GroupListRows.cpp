@@ -186,7 +186,7 @@ void GroupWindowRow::mouseMoveEvent(QMouseEvent *event)
     setDown(false);
     const RunningAppItem carried = item;
     host.beginDrag(*this, TaskCommands::rowDragID(carried), {carried.id});
-    // The row may be gone by now.
+    // The row may be deleted by now, so nothing here may use it.
 }
 
 void GroupWindowRow::paintContent(QPainter &painter)

@@ -88,7 +88,7 @@ void TaskButton::mouseMoveEvent(QMouseEvent *event)
     setDown(false);
     const Drag carried = drag();
     host.beginDrag(*this, carried.id, carried.windowIDs);
-    // The button may be gone by now.
+    // The button may be deleted by now, so nothing here may use it.
 }
 
 // ---------------------------------------------------------------------------------------------------- drawing

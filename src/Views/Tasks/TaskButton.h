@@ -40,7 +40,7 @@ protected:
 
     virtual Menu contextMenu() const = 0;
     virtual Drag drag() const = 0;
-    // Closes the window. A group that stands for several windows asks whether to quit them instead.
+    // Closes the window. A group that stands for several windows asks whether to quit instead.
     virtual void closeEntry() = 0;
 
     void setLook(TaskButtonLook look);
