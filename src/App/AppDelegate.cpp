@@ -27,7 +27,7 @@ AppDelegate::~AppDelegate() = default;
 
 void AppDelegate::applicationDidFinishLaunching()
 {
-    // An earlier version shortened the delay of the tool tips; the user's own must hold again.
+    // An earlier version shortened the delay of the tool tips. The user's own delay must be valid again.
     platform.defaults.remove("NSInitialToolTipDelay");
     platform.applications.becomeAccessory();
     if (windows.makeSettings)
@@ -46,7 +46,7 @@ void AppDelegate::applicationDidFinishLaunching()
                              if (startMenu)
                                  startMenu->setTaskbarFadeProgress(progress);
                          }});
-    // The panels stand, empty, before the model fills them.
+    // The panels exist, still empty, before the model fills them.
     taskbar->show();
     model->start();
     installControlEscapeHotKey();

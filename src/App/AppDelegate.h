@@ -12,7 +12,7 @@
 
 namespace korvane {
 
-// Enrols the program among those started at login, unless it is already, and says so in one line.
+// Adds the program to those that start at login, unless it is already one of them, and prints one line about it.
 void enrolAsLoginItem(platform::LoginItem &loginItem, std::ostream &output);
 
 class AppDelegate {
@@ -20,7 +20,7 @@ public:
     static constexpr std::uint32_t startMenuKey = 1;
     static constexpr std::uint32_t activityMonitorKey = 2;
 
-    // The windows that the delegate opens; one that is not given is not opened.
+    // The windows that the delegate opens. A window whose function is not set is never opened.
     struct Windows {
         std::function<std::unique_ptr<SettingsWindow>(AppModel &)> makeSettings;
         std::function<std::unique_ptr<StartMenu>(AppModel &, std::function<void()> showSettings)> makeStartMenu;
@@ -36,7 +36,7 @@ public:
     TaskbarPanelController *taskbarController() { return taskbar.get(); }
     StartMenu *startMenuController() { return startMenu.get(); }
 
-    // A press of the start button, whose frame is given in desktop coordinates.
+    // The start button was pressed; its frame is given in desktop coordinates.
     void onStart(const platform::Rect &startButton);
     void onStartHover(const platform::Rect &startButton);
     void showSettings();
@@ -46,7 +46,7 @@ private:
     void hotKeyPressed(std::uint32_t id);
     void openStartMenuFromHotKey();
     void openActivityMonitorFromHotKey();
-    // The pointer jumps to the corner of the start button, so that the open menu keeps it inside.
+    // The pointer jumps to the corner of the start button, so that it stays inside the open menu.
     void movePointerToStart(const platform::Rect &startButton);
 
     platform::Platform &platform;

@@ -1,4 +1,4 @@
-// The entry: makes the platform of this desktop, hands it to the delegate and runs until told to end.
+// The entry: makes the platform of this desktop, gives it to the delegate and runs until the program is told to end.
 #include "App/AppDelegate.h"
 #include "App/LinuxDesktop.h"
 #include "App/MemoryRelease.h"
@@ -29,7 +29,8 @@ int refuse(const korvane::Refusal &refusal)
     return refusal.status;
 }
 
-// The signals that ask a program to end, as something the run loop can wait for. Taken before any thread starts.
+// A descriptor for the signals that ask a program to end, so that the run loop can wait for them. The signals are
+// blocked before any thread starts.
 int endSignals()
 {
     sigset_t signals;
@@ -40,8 +41,9 @@ int endSignals()
     return signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
 }
 
-// Makes the toolkit's application. Its road to the accessibility bus, and that of themes, goes by the session bus and
-// waits for it without an end. While that bus hangs they are told of none, and the bar comes up without them.
+// Makes the toolkit's application. It asks the session bus for the accessibility bus and for themes, and waits for the
+// answer without a limit. If the session bus hangs, the application gets the address of a bus that does not exist, and
+// the bar starts without accessibility and themes.
 std::unique_ptr<QApplication> makeApplication(int &argumentCount, char **arguments)
 {
     using korvane::platform::MessageBus;
@@ -53,7 +55,7 @@ std::unique_ptr<QApplication> makeApplication(int &argumentCount, char **argumen
     const QByteArray address = qgetenv(variable);
     qputenv(variable, "unix:path=/dev/null");
     auto application = std::make_unique<QApplication>(argumentCount, arguments);
-    (void)QAccessible::isActive();  // looks for the bus now, and then never again
+    (void)QAccessible::isActive();  // the toolkit looks for the bus now and never again
     if (isSet)
         qputenv(variable, address);
     else
@@ -81,12 +83,12 @@ int main(int argumentCount, char **arguments)
         return refuse({"korvane: display " + display + " can't be opened", 1});
 
     const int ending = endSignals();
-    // The bar is an X11 program, also where the toolkit would rather be something else.
+    // The bar is an X11 program, even if the toolkit would choose another platform.
     qputenv("QT_QPA_PLATFORM", "xcb");
-    // The connection to the windows is served by GLib's sources.
+    // GLib's event sources serve the connection to the windows.
     qunsetenv("QT_NO_GLIB");
     const auto application = makeApplication(argumentCount, arguments);
-    // The toolkit takes the user's locale; numbers in files must not.
+    // The toolkit sets the user's locale, but numbers in files must not depend on it.
     std::setlocale(LC_NUMERIC, "C");
     QApplication::setApplicationName(QStringLiteral("korvane"));
     QApplication::setQuitOnLastWindowClosed(false);

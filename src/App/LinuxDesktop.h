@@ -1,4 +1,4 @@
-// The platform of a Linux desktop: which backend answers which port.
+// The platform of a Linux desktop: it says which backend implements which port.
 #pragma once
 
 #include "Platform/Icu/IcuText.h"
@@ -46,7 +46,7 @@ private:
     platform::QtIcons icons;
     platform::PulseAudio audio;
     platform::Backlight brightness;
-    std::unique_ptr<platform::IconTheme> theme;  // made at the first icon
+    std::unique_ptr<platform::IconTheme> theme;  // made when the first icon is needed
     std::unique_ptr<platform::X11Platform> windows;
     std::unique_ptr<platform::BadgedProgramsWatch> badges;
     std::unique_ptr<platform::LoginSession> session;

@@ -1,5 +1,5 @@
-// Gives memory back once a crowd of windows has gone. Allocators keep what they once had; a bar runs for weeks, and one
-// afternoon of many windows should not be felt for the rest of them.
+// Returns memory to the system when many windows have gone. Allocators keep the memory they once had. A bar runs for
+// weeks, and one afternoon with many windows must not cost memory for the rest of that time.
 #pragma once
 
 #include "Models/Base/DelayedTasks.h"
@@ -13,16 +13,16 @@ namespace korvane {
 
 class MemoryRelease {
 public:
-    // Fewer windows than these leave nothing worth the work.
+    // With fewer windows than this, releasing memory is not worth the work.
     static constexpr std::size_t smallestCrowd = 50;
-    // Closing goes on for a while, and what was closed is deleted later still.
+    // A person goes on closing windows for a while, and the closed ones are deleted later still.
     static constexpr platform::Seconds patience{3};
 
     MemoryRelease(platform::MainLoop &loop, std::function<void()> releaseMemory)
         : release(std::move(releaseMemory)), delayed(loop)
     {}
 
-    // How many windows there are now. Once half of the most there were have gone, the memory is released.
+    // Reports how many windows there are now. When half of the highest number have gone, the memory is released.
     void windowCount(std::size_t now)
     {
         count = now;

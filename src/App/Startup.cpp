@@ -12,7 +12,7 @@ bool isSet(const char *text)
     return text && *text != '\0';
 }
 
-// One name for one display, however it is written (":0", ":0.0").
+// The same name for every way to write one display (":0", ":0.0").
 std::string lockName(const std::string &display)
 {
     std::string place = display;

@@ -1,4 +1,4 @@
-// The reasons not to start, each with the one line that says so.
+// The reasons not to start, each with the one line that the program prints.
 #pragma once
 
 #include "Platform/Linux/InstanceLock.h"
@@ -15,19 +15,20 @@ struct Refusal {
     int status = 1;
 };
 
-// Arguments, and a session that has no X11 display to offer.
+// Checks the arguments, and whether the session has an X11 display.
 std::optional<Refusal> refusalBeforeStart(int argumentCount, const char *display, const char *waylandDisplay);
 
-// Whether the X server of that name answers. The toolkit itself would end the program with lines of its own.
+// Whether the X server with that name answers. Without this check the toolkit would end the program with its own
+// messages.
 bool canOpenDisplay(const std::string &display);
 
-// Keeps a second program off the same display for as long as it lives.
+// While it lives, prevents a second program on the same display.
 class SingleInstance {
 public:
     explicit SingleInstance(const std::string &display);
-    // Absent when this is the only one, and where no folder can be written to, which keeps nobody from starting. A lock
-    // of a program that died does not count. A second start ends with status 0; another user's file in the lock's
-    // place is reported, with status 1.
+    // Absent when this is the only program. Also absent when no folder can be written to, because this must not prevent
+    // a start. The lock of a program that died is ignored. A second start ends with status 0. If another user's file
+    // has the lock's name, this is reported with status 1.
     std::optional<Refusal>
     claim(const std::vector<std::filesystem::path> &folders = platform::InstanceLock::standardFolders());
 

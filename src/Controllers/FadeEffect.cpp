@@ -34,7 +34,7 @@ void FadeEffect::draw(QPainter *painter)
     painter->restore();
 }
 
-// What the widget would draw now is something else: the picture is of no use any more.
+// The widget would draw something else now, so the picture is useless.
 void FadeEffect::sourceChanged(ChangeFlags)
 {
     if (!asked)

@@ -1,4 +1,4 @@
-// Draws a widget's last picture at an opacity. While it fades nothing of the widget is drawn anew.
+// Draws a widget's last picture at an opacity. The widget itself is not drawn again while it fades.
 #pragma once
 
 #include <QGraphicsEffect>
@@ -12,7 +12,7 @@ class FadeEffect final : public QGraphicsEffect {
 public:
     explicit FadeEffect(QObject *parent) : QGraphicsEffect(parent) { setEnabled(false); }
 
-    // From 0 to 1; at 1 the widget draws itself as ever.
+    // From 0 to 1; at 1 the widget draws itself as usual.
     void setOpacity(double opacity);
     double opacity() const { return current; }
 
@@ -22,7 +22,7 @@ protected:
 
 private:
     double current = 1;
-    bool asked = false;  // by this effect, which changes nothing of the widget
+    bool asked = false;  // this effect asked for the update, so the widget has not changed
     QPixmap picture;
     QPoint offset;
 };

@@ -1,4 +1,4 @@
-// What the other controllers ask of the settings window.
+// What the other controllers need from the settings window.
 #pragma once
 
 namespace korvane {

@@ -1,4 +1,4 @@
-// What the other controllers ask of the start menu.
+// What the other controllers need from the start menu.
 #pragma once
 
 #include "Ports/Values/Geometry.h"
@@ -9,7 +9,7 @@ class StartMenu {
 public:
     virtual ~StartMenu() = default;
     virtual bool isVisible() const = 0;
-    // Above the start button, whose frame is given in desktop coordinates. Nothing when it is already open.
+    // Opens above the start button, whose frame is given in desktop coordinates. Does nothing when it is already open.
     virtual void show(const platform::Rect &above) = 0;
     virtual void fadeOut() = 0;
     virtual bool containsMouse() const = 0;

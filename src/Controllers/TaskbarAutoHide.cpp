@@ -1,4 +1,4 @@
-// What the controller lends the machine that fades the panels away and brings them back.
+// The part of the controller that AutoHide uses to fade the panels away and to bring them back.
 #include "Controllers/TaskbarPanelController.h"
 
 #include "Views/Kit/Popover.h"
@@ -10,7 +10,7 @@ namespace korvane {
 
 namespace {
 
-// A menu is a window of its own, but the child of the button that opened it.
+// A menu is a window of its own, but it is the child of the button that opened it.
 bool belongsToPanel(const QWidget *menu)
 {
     while (menu && !qobject_cast<const TaskbarPanel *>(menu))
@@ -18,7 +18,7 @@ bool belongsToPanel(const QWidget *menu)
     return menu != nullptr;
 }
 
-// By a menu or a list above the bar: rows beneath it are not what the pointer means.
+// Whether a menu or a list above the bar covers the place. Then the pointer is not over the rows beneath.
 bool isCovered(const QPoint &place)
 {
     const auto windows = QApplication::topLevelWidgets();
@@ -71,14 +71,14 @@ bool TaskbarPanelController::isPaused() const
     return model.systemIsInactive() && model.settings().expertPauseWhenDisplaySleeps;
 }
 
-// By what is open above the bar or carried over it: it must not vanish beneath.
+// Whether something is open above the bar or is dragged over it. The bar must not hide then.
 bool TaskbarPanelController::isHeldOpen() const
 {
     return Popover::anyOpen() || belongsToPanel(QApplication::activePopupWidget())
            || std::ranges::any_of(allPanels, [](const auto &panel) { return panel->view().bar().drag() != nullptr; });
 }
 
-// The pointer matters to a bar that hides, and to rows that are tucked away.
+// The pointer matters only if the bar hides, or if rows are tucked away.
 void TaskbarPanelController::follow()
 {
     const SettingsValues &settings = model.settings();
@@ -91,7 +91,7 @@ void TaskbarPanelController::follow()
 
 void TaskbarPanelController::pointerMoved(platform::Point place)
 {
-    // The bar holds still while a width is being set on it.
+    // The bar does not change while the user sets a tab's width.
     if (!autoHide.isTaskResizePaused())
         for (const auto &panel : allPanels) {
             const auto inView = panel->inView(place);

@@ -121,7 +121,7 @@ void TaskbarPanel::resizeEvent(QResizeEvent *event)
     applyShape();
 }
 
-// What is not drawn lets clicks through, and without a compositor also the sight of what is behind.
+// Clicks go through the parts that are not drawn. Without a compositor these parts also show what is behind the panel.
 void TaskbarPanel::applyShape()
 {
     if (!internalWinId())

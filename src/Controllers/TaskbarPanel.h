@@ -15,22 +15,26 @@ class TaskbarPanel final : public QWidget, public AutoHidePanel {
     Q_OBJECT
 
 public:
-    // `screenRectangle` is the screen in the toolkit's coordinates. `grow` lets the panel grow or shrink to a height.
+    // `screenRectangle` is the screen in the toolkit's coordinates. The panel calls `grow` when it is to grow or shrink
+    // to a height.
     TaskbarPanel(AppModel &model, ViewServices &services, platform::Platform &platform, const platform::Screen &screen,
                  const QRect &screenRectangle, std::function<void(TaskbarPanel &, double height)> grow);
 
     TaskbarView &view() { return *content; }
     const platform::Screen &screen() const { return panelScreen; }
-    // In points. The window itself is only as tall as what it shows: the room of tucked rows costs no pixels.
+    // In points. The window itself is only as tall as the part that it shows, so the room for tucked rows needs no
+    // pixels.
     double panelHeight() const { return currentHeight; }
-    // At once, keeping the bottom edge.
+    // Sets the height at once. The bottom edge stays where it is.
     void setPanelHeight(double height);
     void orderFront();
-    // Whether the desktop can shine through. Where it can't, the bar stays as it is until a fade has ended.
+    // Whether the desktop can shine through. If it can't, the bar does not fade: it stays opaque until the fade has
+    // ended.
     void setTranslucent(bool translucent);
-    // Keeps other windows off the bar's own strip, or lets them use it.
+    // If true, other windows can't use the bar's own strip.
     void reserveStrip(bool reserve);
-    // A place of the desktop in the view's coordinates; absent off the panel, and while it is hidden.
+    // A place of the desktop in the view's coordinates. Absent when the place is outside the panel, and while the panel
+    // is hidden.
     std::optional<QPoint> inView(const platform::Point &place) const;
 
     platform::Rect frame() const override;

@@ -11,7 +11,7 @@
 namespace korvane {
 namespace {
 
-// The toolkit counts from the top like the display's own coordinates, but may have its origin elsewhere.
+// The toolkit counts from the top, like the display's own coordinates, but its origin may be different.
 QRect toolkitRectangle(platform::Screens &screens, const platform::Screen &screen)
 {
     platform::Rect bounds = screen.number ? screens.displayBounds(*screen.number) : platform::Rect();
@@ -23,7 +23,7 @@ QRect toolkitRectangle(platform::Screens &screens, const platform::Screen &scree
     }
     const QScreen *primary = QGuiApplication::primaryScreen();
     const QPointF origin = primary ? QPointF(primary->geometry().topLeft()) : QPointF();
-    // It leaves the origin of a screen where the device has it, and counts in points from there.
+    // The toolkit keeps the origin of a screen in device pixels and counts in points from there.
     return QRectF(origin.x() + bounds.x * screen.scale, origin.y() + bounds.y * screen.scale, bounds.width,
                   bounds.height)
         .toRect();
@@ -92,7 +92,7 @@ std::unique_ptr<TaskbarPanel> TaskbarPanelController::makePanel(const platform::
     return panel;
 }
 
-// However many properties change in one turn, the views look once.
+// If many properties change in one turn, the views are still updated only once.
 void TaskbarPanelController::schedulePass()
 {
     if (passScheduled)
@@ -115,11 +115,12 @@ void TaskbarPanelController::runPass()
     }
     adjustHeights();
     follow();
-    // A timer that rests goes on when one of the things has changed that a look asks for.
+    // A timer that was stopped starts again when one of its inputs has changed.
     autoHide.resumeIfInputsChanged();
 }
 
-// What the timers depend on. Each takes effect at the next turn, and only if it has another value.
+// Handles the properties that the timers depend on. A change takes effect at the next turn, and only if the value
+// differs.
 void TaskbarPanelController::propertyPublished(Property property)
 {
     using V = SettingsValues;
@@ -152,7 +153,7 @@ const OverflowGeometry &TaskbarPanelController::overflowGeometry()
     return cachedGeometry;
 }
 
-// Panels that can be seen follow their rows at once; one that is hidden or on its way gets its height when it is back.
+// Visible panels follow their rows at once. A panel that is hidden or is fading gets its height when it is back.
 void TaskbarPanelController::adjustHeights()
 {
     if (autoHide.isTaskResizePaused())
@@ -177,7 +178,7 @@ void TaskbarPanelController::animationFrame()
     const auto now = platform.loop.monotonicNow();
     std::erase_if(animations, [&](const HeightAnimation &one) {
         const double time = (now - one.began).count() / Metrics::heightAnimationSeconds;
-        // The end is set as it is, not as the curve rounds it.
+        // At the end the exact height is set, because the curve could give a rounded one.
         one.panel->setPanelHeight(time >= 1 ? one.to : one.from + (one.to - one.from) * easeOut(time));
         return time >= 1;
     });

@@ -1,5 +1,5 @@
-// One panel for each screen: made, rebuilt when screens come and go, kept as tall as its rows need, faded away when the
-// pointer has left it and brought back at the screen's edge.
+// Keeps one panel for each screen. The panels are made again when screens come and go, and are as tall as their rows
+// need. They fade away when the pointer has left them and come back at the screen's edge.
 #pragma once
 
 #include "Controllers/TaskbarPanel.h"
@@ -16,7 +16,7 @@
 
 namespace korvane {
 
-// What the panels report; rectangles are in desktop coordinates. Those that are not set do nothing.
+// What the panels report. Rectangles are in desktop coordinates. Functions that are not set are not called.
 struct TaskbarCallbacks {
     std::function<void(const platform::Rect &)> onStart, onStartHover;
     std::function<void()> showSettings;
@@ -31,19 +31,20 @@ public:
 
     // Makes the panels.
     void show();
-    // Shows the bar for a key and gives the frame of the panel on the screen with the focus; absent without panels.
+    // Shows the bar when its key is pressed. Returns the frame of the panel on the screen with the focus; absent
+    // without panels.
     std::optional<platform::Rect> revealForShortcut();
 
     const std::vector<std::unique_ptr<TaskbarPanel>> &panels() const { return allPanels; }
-    // Cached: worked out anew only when one of the values it depends on changed.
+    // Cached: computed again only when one of its inputs has changed.
     const OverflowGeometry &overflowGeometry();
     // While a task is resized by hand, no panel changes its height or fades under the pointer.
     void setTaskResizePaused(bool paused);
     bool isTaskResizePaused() const { return autoHide.isTaskResizePaused(); }
 
-    // One look at the pointer: shows, fades or hides each panel, and keeps its height.
+    // Checks the pointer once: shows, fades or hides each panel, and updates its height.
     void updateAutoHide() { autoHide.update(); }
-    // The interval of the timer of those looks; absent while nothing can change before the pointer or the model moves.
+    // The interval between two of these checks. Absent when only the pointer or the model can cause a change.
     std::optional<double> visibilityTimerInterval() const { return autoHide.visibilityTimerInterval(); }
     std::optional<double> fadeTimerInterval() const { return autoHide.fadeTimerInterval(); }
 
@@ -77,7 +78,7 @@ private:
     AutoHide autoHide;
     PointerFollower follower;
     platform::Subscription modelObservation, propertyObservation;
-    std::shared_ptr<bool> alive = std::make_shared<bool>(true);  // what was posted holds it weakly
+    std::shared_ptr<bool> alive = std::make_shared<bool>(true);  // posted calls hold it weakly
     bool passScheduled = false, shown = false;
     std::int64_t knownMonitorRate, knownFadeRate;
     std::pair<bool, bool> knownPause;

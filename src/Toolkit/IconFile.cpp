@@ -19,7 +19,7 @@ constexpr qint64 largestIconFile = 4 << 20;
 constexpr qsizetype largestDrawing = 1 << 20;
 constexpr int largestIconSide = 4096;
 constexpr int largestAnswer = 1024;
-constexpr int costliestDrawing = 20000;  // elements drawn
+constexpr int costliestDrawing = 20000;  // how many elements may be drawn
 
 bool looksLikeDrawing(const QByteArray &contents)
 {
@@ -59,7 +59,8 @@ QImage bitmapIn(QByteArray contents, int side)
     QImageReader reader(&buffer);
     reader.setAutoTransform(true);
     const QSize size = reader.size();
-    // Some formats tell their size only by decoding, under the reader's own limit on memory.
+    // Some formats have no size in their header; their size is known only after decoding. The reader limits the memory
+    // for it.
     if (size.isValid() && (size.isEmpty() || size.width() > largestIconSide || size.height() > largestIconSide))
         return {};
     const QImage picture = reader.read();
@@ -89,7 +90,7 @@ ImagePtr decodeIcon(const QByteArray &contents, int side)
 ImagePtr loadIconFile(const std::filesystem::path &path, int side)
 {
     QFile file(QFile::decodeName(path.c_str()));
-    // A pipe or a device would be waited for.
+    // Opening a pipe or a device could block.
     const QFileInfo about(file);
     if (path.empty() || !about.isFile() || about.size() > largestIconFile || !file.open(QIODevice::ReadOnly))
         return nullptr;

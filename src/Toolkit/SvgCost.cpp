@@ -14,7 +14,7 @@ constexpr int deepest = 200;
 struct Element {
     std::vector<int> children;
     QString refersTo;
-    int cost = 0;  // zero while not known
+    int cost = 0;  // zero until it is known
     bool open = false;
 };
 

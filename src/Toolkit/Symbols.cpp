@@ -6,7 +6,7 @@
 #include <QSvgRenderer>
 #include <algorithm>
 
-// Outside of the namespace, as the macro asks: the linker would drop a static library's resources otherwise.
+// The macro must be used outside of a namespace. Without it the linker drops the resources of a static library.
 static void loadResources()
 {
     Q_INIT_RESOURCE(korvane);

@@ -7,8 +7,9 @@
 
 namespace korvane::platform {
 
-// The symbol of that name in one colour, fitted into a square of that many pixels and premultiplied. Null for a name
-// that has no drawing and for a side outside 1 to 1024. Renders anew at each call: keep what is shown often.
+// The symbol of that name in one colour, fitted into a square of that many pixels and premultiplied. Null when no
+// drawing has that name, and for a side outside 1 to 1024. Each call renders the symbol again, so keep symbols that are
+// shown often.
 QImage symbolImage(std::string_view name, int side, const QColor &color);
 
 }  // namespace korvane::platform

@@ -57,7 +57,7 @@ int IcuText::localizedCaseInsensitive(std::string_view left, std::string_view ri
 {
     UErrorCode status = U_ZERO_ERROR;
     if (!services->collator) {
-        // Without a language ("C") the default's order is that of the bytes, capitals first.
+        // When no language is set ("C"), the default would sort by bytes, capitals first.
         const icu::Locale &user = icu::Locale::getDefault();
         const bool hasLanguage = std::string_view(user.getVariant()) != "POSIX";
         services->collator.reset(icu::Collator::createInstance(hasLanguage ? user : icu::Locale::getRoot(), status));

@@ -1,4 +1,4 @@
-// The text port on ICU, for every system that has no text service of its own.
+// The text port, implemented with ICU, for every system that has no text service of its own.
 #pragma once
 
 #include "Ports/Text.h"
@@ -19,7 +19,7 @@ public:
 
 private:
     struct Services;
-    std::unique_ptr<Services> services;  // made at the first use: the language tables are large
+    std::unique_ptr<Services> services;  // made when first used, because the language tables are large
 };
 
 }  // namespace korvane::platform

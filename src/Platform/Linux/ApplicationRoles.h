@@ -1,4 +1,5 @@
-// The fixed identifiers that stand for a role on the desktop, and how an installed application comes to fill it.
+// The fixed identifiers that stand for a role on the desktop, and the rules by which an installed application fills a
+// role.
 #pragma once
 
 #include <span>
@@ -6,20 +7,20 @@
 
 namespace korvane::platform {
 
-// Tried in the order of the fields: the user's default for a kind of content, an application known to fill the role
-// well, then any whose entry claims the category. Lists are separated by semicolons and may be empty.
+// The fields are tried in this order: the user's default for a kind of content, an application known to fill the role
+// well, then any application whose entry has the category. Lists are separated by semicolons and may be empty.
 struct ApplicationRole {
     std::string_view identifier;
     std::string_view contentTypes;
-    std::string_view program;  // a command that the system's alternatives lead to the choice
+    std::string_view program;  // a command that the system's alternatives link to the chosen program
     std::string_view knownEntries;
     std::string_view category;
 };
 
-// An application that could fill several reports the first of them.
+// If an application could fill several roles, it gets the first of them.
 std::span<const ApplicationRole> applicationRoles();
 
-// Null for an identifier that is no role.
+// Null when the identifier is not a role.
 const ApplicationRole *findApplicationRole(std::string_view identifier);
 
 }  // namespace korvane::platform

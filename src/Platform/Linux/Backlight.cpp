@@ -13,7 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// So long a value that was asked for stands for the one that the kernel still shows.
+// For this long the requested value is reported instead of the kernel's, which may still be the old one.
 constexpr Seconds settlingTime{0.5};
 
 std::optional<std::int64_t> readNumber(const fs::path &file)
@@ -33,12 +33,12 @@ int rankOf(const fs::path &folder)
     return type == "platform" ? 2 : 1;
 }
 
-// The session's wishes at logind: one under way, and of those that come meanwhile only the latest.
+// The requests to logind for the session: one is on its way, and of the later ones only the latest is kept.
 class Session {
 public:
     explicit Session(MessageBus &systemBus) : bus(systemBus) {}
 
-    // False while the last answer was a refusal; logind is asked all the same, it may have come since.
+    // False while the last answer was a refusal. logind is asked even then, because it may have been started since.
     bool ask(const std::string &device, std::uint32_t brightness)
     {
         wanted = Wish{device, brightness};
@@ -101,7 +101,7 @@ std::optional<Backlight::Device> Backlight::device() const
             continue;
         const Device found{entry.path(), std::clamp<std::int64_t>(*brightness, 0, *maximum), *maximum,
                            rankOf(entry.path())};
-        // Of several alike the same one each time.
+        // If several devices have the same rank, the same one is chosen each time.
         if (!best || found.rank > best->rank || (found.rank == best->rank && found.folder < best->folder))
             best = found;
     }

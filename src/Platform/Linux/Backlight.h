@@ -1,4 +1,5 @@
-// The brightness of a laptop's panel, by the kernel's files and, where only the session may write them, by logind.
+// The brightness of a laptop's panel. It uses the kernel's files, and logind where only the session may write these
+// files.
 #pragma once
 
 #include "Platform/Linux/MessageBus.h"
@@ -13,17 +14,18 @@
 
 namespace korvane::platform {
 
-// Asks for a device's brightness to be set, without waiting. False when there is nobody to ask.
+// Requests a brightness for a device, without waiting. Returns false when nobody can be asked.
 using BacklightWriter = std::function<bool(const std::string &device, std::uint32_t brightness)>;
-// That of the user's session at logind, over the system's bus. The first time it answers true before logind has; after
-// a refusal false, until a later wish is granted.
+// Asks logind on the system bus, for the user's session. The first call returns true before logind has answered. After
+// a refusal it returns false until a later request is granted.
 BacklightWriter logindBacklightWriter(MessageBus &systemBus);
 
 class Backlight final : public Brightness {
 public:
     Backlight(MainLoop &loop, BacklightWriter writer, std::filesystem::path devices = "/sys/class/backlight");
 
-    // Of the device that the firmware drives, else the platform, else the graphics card itself.
+    // The brightness of the firmware's device; if there is none, of the platform's device, then of the graphics card's
+    // own.
     std::optional<float> current() override;
     bool set(float brightness) override;
 
@@ -39,7 +41,7 @@ private:
     MainLoop &loop;
     BacklightWriter writer;
     std::filesystem::path devices;
-    // What was asked of the session and may not have happened yet.
+    // The value that was requested from the session. It may not be set yet.
     std::optional<std::int64_t> asked;
     Seconds askedAt{0};
 };

@@ -1,5 +1,5 @@
-// Which programs show a badge on their launcher, and those among them that show no window: they count as applications
-// for that.
+// Which programs show a badge on their launcher. A program that shows no window counts as an application if it shows a
+// badge.
 #pragma once
 
 #include "Platform/Linux/DesktopCatalogue.h"
@@ -13,7 +13,7 @@
 
 namespace korvane::platform {
 
-// A process that announces a badge, as an application.
+// A process that announces a badge, described as an application.
 struct BadgedProcess {
     Application snapshot;
     std::string iconName;
@@ -26,7 +26,7 @@ struct BadgedPrograms {
     friend bool operator==(const BadgedPrograms &, const BadgedPrograms &) = default;
 };
 
-// The application of a desktop entry's id without its ending.
+// Finds the application of a desktop entry; the identifier is the entry's id without its ending.
 using FindEntry = std::function<std::optional<ApplicationIdentity>(std::string_view identifier)>;
 // A process whose entry is not installed is left out.
 BadgedPrograms badgedPrograms(const LauncherBadges::Labels &labels, const LauncherBadges::Processes &processes,
@@ -35,7 +35,7 @@ BadgedPrograms badgedPrograms(const LauncherBadges::Labels &labels, const Launch
 // Follows what programs announce and which applications are installed.
 class BadgedProgramsWatch {
 public:
-    // `changed` comes from the run loop with all there is then.
+    // `changed` is called from the run loop and gets the complete state.
     BadgedProgramsWatch(MainLoop &loop, MessageBus &sessionBus, DesktopCatalogue &catalogue,
                         std::function<void(BadgedPrograms)> changed);
 

@@ -1,4 +1,4 @@
-// A file descriptor that is closed with its owner.
+// A file descriptor that is closed when its owner is destroyed.
 #pragma once
 
 #include <unistd.h>
@@ -8,7 +8,7 @@ namespace korvane::platform {
 
 class Descriptor {
 public:
-    // Of what the system has opened; a negative number is none.
+    // Takes ownership of a descriptor that the system has opened. A negative number means none.
     explicit Descriptor(int opened = -1) : number(opened) {}
     Descriptor(Descriptor &&other) noexcept : number(std::exchange(other.number, -1)) {}
     Descriptor &operator=(Descriptor &&other) noexcept

@@ -38,7 +38,7 @@ std::string withoutEnding(std::string text)
     return text;
 }
 
-// The words of an Exec line from the program on: without "env", its assignments and the field codes.
+// The words of an Exec line from the program on, without "env", its assignments and the field codes.
 std::vector<std::string> commandWords(const char *commandLine)
 {
     std::vector<std::string> words;
@@ -131,7 +131,7 @@ struct DesktopCatalogue::Index {
         for (const ApplicationRole &role : applicationRoles())
             if (const auto *entry = fill(role, entries)) {
                 fillers.emplace(role.identifier, entry);
-                roles.emplace(entry, role.identifier);  // the first role stays
+                roles.emplace(entry, role.identifier);  // an application keeps its first role
             }
     }
 
@@ -140,8 +140,8 @@ struct DesktopCatalogue::Index {
     std::map<const DesktopEntry *, std::string_view> roles;
 };
 
-// The system tells of the first change only, until the applications have been listed again. So a desktop that changes
-// a lot wakes us once.
+// The system reports only the first change until the applications are listed again. So a desktop that changes a lot
+// wakes us only once.
 class DesktopCatalogue::Monitor {
 public:
     Monitor() : source(g_app_info_monitor_get())
@@ -160,7 +160,7 @@ public:
     unsigned changes = 0;
 
 private:
-    // Told after the change was noted: handlers are called in the order of their coming.
+    // Called after the change was counted, because handlers are called in the order in which they were connected.
     class Watch final : public SubscriptionBase {
     public:
         using Callback = std::function<void()>;
@@ -223,7 +223,7 @@ std::optional<ApplicationIdentity> DesktopCatalogue::match(const WindowOrigin &o
 {
     const DesktopEntries &entries = index().entries;
     const DesktopEntry *found = entries.byIdentifier(origin.gtkApplicationId);
-    // From what an entry says of its windows to what is merely likely.
+    // The surest rules come first, then those that are only likely to be right.
     for (const auto lookUp :
          {&DesktopEntries::byWindowClass, &DesktopEntries::byIdentifier, &DesktopEntries::byLastComponent})
         for (const std::string *name : {&origin.className, &origin.instanceName})
@@ -258,7 +258,7 @@ std::optional<ApplicationIdentity> DesktopCatalogue::atPath(std::string_view pat
         return describe(*entry);
     if (!resolved.string().ends_with(entryEnding))
         return std::nullopt;
-    // An entry that lies outside of the folders of applications.
+    // The entry is outside of the folders of applications.
     const Gobject<GDesktopAppInfo> single(g_desktop_app_info_new_from_filename(resolved.c_str()));
     if (!single)
         return std::nullopt;

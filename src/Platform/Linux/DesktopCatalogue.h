@@ -1,4 +1,5 @@
-// The installed applications by their desktop entries, and the roles that the user's defaults give to some of them.
+// The installed applications, read from their desktop entries, and the roles that some of them have by the user's
+// defaults.
 #pragma once
 
 #include "Platform/Linux/ApplicationCatalogue.h"
@@ -9,7 +10,7 @@ namespace korvane::platform {
 
 struct DesktopEntry;
 
-// Reads the entries at the first question, and again at the first one after something was installed or removed.
+// Reads the entries at the first request, and again at the first request after something was installed or removed.
 class DesktopCatalogue final : public ApplicationCatalogue {
 public:
     DesktopCatalogue();
@@ -19,12 +20,12 @@ public:
 
     std::optional<ApplicationIdentity> match(const WindowOrigin &origin) override;
     unsigned revision() const override;
-    // Of several changes in a row only the first is told until somebody asks for an application.
+    // If there are several changes in a row, only the first is reported, until somebody asks for an application.
     [[nodiscard]] Subscription observe(std::function<void()> callback) override;
 
-    // The application of a fixed identifier, if one fills that role, or of a desktop entry's id.
+    // The application that fills the role with that identifier, or the one whose desktop entry has that id.
     std::optional<ApplicationIdentity> withIdentifier(std::string_view identifier);
-    // The application whose desktop entry is that file; symbolic links are followed.
+    // The application of that desktop entry file. Symbolic links are followed.
     std::optional<ApplicationIdentity> atPath(std::string_view path);
 
 private:
@@ -35,8 +36,8 @@ private:
     ApplicationIdentity describe(const DesktopEntry &entry);
 
     std::unique_ptr<Monitor> monitor;
-    std::unique_ptr<Index> read;  // null until the first question
-    unsigned readAt = 0;          // the change that it knows of
+    std::unique_ptr<Index> read;  // null until the first request
+    unsigned readAt = 0;          // the number of changes when it was read
 };
 
 }  // namespace korvane::platform

@@ -26,7 +26,7 @@ bool runsOthers(std::string_view program)
     static constexpr std::array names = {"bash", "dash",        "electron", "env",    "flatpak",       "gjs", "java",
                                          "mono", "node",        "perl",     "php",    "ruby",          "sh",  "snap",
                                          "sudo", "systemd-run", "wine",     "wine64", "wine-preloader"};
-    // "python3.11" is meant by "python" as well.
+    // The name "python" also stands for "python3.11".
     const auto end = program.find_last_not_of("0123456789.-");
     const std::string_view stem = program.substr(0, end == std::string_view::npos ? 0 : end + 1);
     return stem == "python" || stem == "electron" || std::find(names.begin(), names.end(), program) != names.end();
@@ -36,7 +36,7 @@ bool runsOthers(std::string_view program)
 
 DesktopEntries::DesktopEntries(std::vector<DesktopEntry> found) : entries(std::move(found))
 {
-    // What menus show goes first, and of several entries of one program the plain one.
+    // Entries that menus show come first. If one program has several entries, the one without arguments comes first.
     std::stable_sort(entries.begin(), entries.end(), [](const DesktopEntry &left, const DesktopEntry &right) {
         if (left.shown != right.shown)
             return left.shown;
@@ -93,7 +93,7 @@ const DesktopEntry *DesktopEntries::byPath(std::string_view path) const
 
 const DesktopEntry *DesktopEntries::byExecutable(std::string_view path) const
 {
-    // File names are compared as they are: two that differ in case are two programs.
+    // The case of file names matters: two names that differ in case are two programs.
     if (path.empty() || runsOthers(fileName(path)))
         return nullptr;
     for (const std::string_view name : {path, fileName(path)})

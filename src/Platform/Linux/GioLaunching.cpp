@@ -7,7 +7,8 @@
 #include <unistd.h>
 #include <utility>
 
-// A launch context that gives every start a notification identifier. GIO's own has none, since that takes a display.
+// A launch context that gives every start a notification identifier. GIO's own context has none, because it would need
+// a display.
 struct KorvaneLaunchContext {
     GAppLaunchContext parent;
     guint32 userTime;
@@ -16,7 +17,7 @@ struct KorvaneLaunchContextClass {
     GAppLaunchContextClass parent;
 };
 
-// What the type system's macro makes has no use for the private data that it offers.
+// The type system's macro makes a function for private data that is not used here.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wunused-function"
 #pragma GCC diagnostic ignored "-Wpedantic"
@@ -26,7 +27,7 @@ G_DEFINE_TYPE(KorvaneLaunchContext, korvane_launch_context, G_TYPE_APP_LAUNCH_CO
 static char *launchNotifyIdentifier(GAppLaunchContext *context, GAppInfo *, GList *)
 {
     static unsigned number = 0;
-    // Toolkits read the user's time after "_TIME"; zero asks for a window that does not take the focus.
+    // Toolkits read the user's time after "_TIME". Zero means that the window should not take the focus.
     return g_strdup_printf("korvane-%ld-%u_TIME%u", static_cast<long>(getpid()), ++number,
                            reinterpret_cast<KorvaneLaunchContext *>(context)->userTime);
 }
@@ -53,7 +54,7 @@ Context makeContext(std::uint32_t userTime)
     return Context(&context->parent);
 }
 
-// None without a time that is worth telling: an application without one decides for itself.
+// Without a known time the context has no identifier, and the application itself decides about the focus.
 Context contextFor(bool activates, const GioLaunching::UserTime &userTime)
 {
     if (!activates)
@@ -70,7 +71,7 @@ bool startEntry(const std::string &path, GAppLaunchContext *context)
 
 bool startExecutable(const std::string &path, GAppLaunchContext *context)
 {
-    // As a command line of its own, so that the start is announced like any other.
+    // The file becomes a command line, so that its start is announced like any other.
     const GlibText quoted(g_shell_quote(path.c_str()));
     std::string command = quoted.get();
     for (auto at = command.find('%'); at != std::string::npos; at = command.find('%', at + 2))

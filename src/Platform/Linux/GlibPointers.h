@@ -1,4 +1,4 @@
-// Ownership of what GLib hands out. For source files only: GLib's names clash with Qt's.
+// Owners for objects from GLib. Include it only in source files, because GLib's names clash with Qt's.
 #pragma once
 
 #include <gio/gdesktopappinfo.h>

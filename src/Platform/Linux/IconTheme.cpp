@@ -19,7 +19,7 @@ bool isReadable(const std::filesystem::path &file)
     return ::access(file.c_str(), R_OK) == 0;
 }
 
-// Neither a path nor one that leads out of the folder.
+// The name must not be a path and must not lead out of the folder.
 bool isPlainName(std::string_view name)
 {
     return !name.empty() && name.size() <= longestName && name.find('/') == std::string_view::npos
@@ -65,7 +65,7 @@ struct IconTheme::Folder {
     std::string path;
     int smallest = 0, largest = 0;
 
-    // How far the pictures are from a size. Enlarging is the worse, and counts as more than any reduction.
+    // How far the pictures are from a size. Enlarging is worse, so it counts more than any reduction.
     long distance(int side) const
     {
         if (side < smallest)

@@ -1,4 +1,4 @@
-// Finds the file of a named icon, after the icon theme rules that desktops share.
+// Finds the file of a named icon by the icon theme rules that desktops share.
 #pragma once
 
 #include <filesystem>
@@ -11,8 +11,8 @@ namespace korvane::platform {
 
 class IconTheme {
 public:
-    // A theme's name, which may be empty or of a theme that is not there, and the folders that hold themes; pictures
-    // without a theme are looked for in the last one.
+    // A theme's name, which may be empty or unknown, and the folders that hold themes. Pictures without a theme are
+    // looked for in the last folder.
     IconTheme(std::string themeName, std::vector<std::filesystem::path> folders);
     ~IconTheme();
     IconTheme(const IconTheme &) = delete;
@@ -21,8 +21,8 @@ public:
     // ~/.icons, the folders of the data directories, and /usr/share/pixmaps.
     static std::vector<std::filesystem::path> standardFolders();
 
-    // A name from a desktop entry or an absolute path: the file whose picture needs the least scaling for that many
-    // pixels, made smaller rather than larger. Empty when there is none.
+    // Takes a name from a desktop entry or an absolute path. Returns the file whose picture needs the least scaling for
+    // that many pixels; it prefers a larger picture to a smaller one. Empty when there is none.
     std::filesystem::path find(std::string_view nameOrPath, int side);
 
 private:
@@ -35,7 +35,7 @@ private:
     void appendChain(const std::string &name, std::vector<std::string> &chain);
 
     std::vector<std::filesystem::path> roots;
-    std::vector<std::string> chain;  // the theme, what it inherits from, and the ones that are always there
+    std::vector<std::string> chain;  // the theme, the themes it inherits from, and the themes that are always there
     std::string preferred;
     std::map<std::string, Theme> themes;
 };

@@ -29,7 +29,7 @@ std::vector<fs::path> InstanceLock::standardFolders()
     if (runtime && fs::path(runtime).is_absolute() && ::lstat(runtime, &status) == 0 && S_ISDIR(status.st_mode)
         && status.st_uid == ::geteuid())
         folders.push_back(fs::path(runtime) / "korvane");
-    // Not the temporary folder of the environment: a second start with another environment has to find the first.
+    // The environment's temporary folder is not used: a second start with another environment must find the first one.
     folders.push_back("/tmp/korvane-" + std::to_string(::geteuid()));
     return folders;
 }
@@ -53,7 +53,7 @@ InstanceLock::Outcome InstanceLock::takeIn(const fs::path &folder, const std::st
     const Descriptor directory(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     if (!directory || !ownedByUs(directory.get(), S_IFDIR))
         return obstructed(folder);
-    // Of our own folder, which a careless hand may have opened to others.
+    // The folder is ours, but its permissions may have been opened to others by mistake.
     (void)::fchmod(directory.get(), 0700);
     Descriptor opened(::openat(directory.get(), name.c_str(),
                                O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0600));
@@ -61,7 +61,7 @@ InstanceLock::Outcome InstanceLock::takeIn(const fs::path &folder, const std::st
         return errno == ELOOP || errno == EISDIR || errno == ENXIO ? obstructed(folder / name) : Outcome::unavailable;
     if (!ownedByUs(opened.get(), S_IFREG))
         return obstructed(folder / name);
-    // The system lets go of it when the process ends, so nothing that a crash leaves behind is in anybody's way.
+    // The system releases the lock when the process ends, so a crash leaves nothing behind that could prevent a start.
     if (::flock(opened.get(), LOCK_EX | LOCK_NB) != 0)
         return errno == EWOULDBLOCK ? Outcome::heldByOther : Outcome::unavailable;
     file = std::move(opened);

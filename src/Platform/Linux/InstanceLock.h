@@ -1,4 +1,4 @@
-// One program of a kind at a time for one user, by a lock on a file in a folder that nobody else can write to.
+// Allows one program of a kind at a time for each user. It locks a file in a folder that nobody else can write to.
 #pragma once
 
 #include "Platform/Linux/Descriptor.h"
@@ -12,17 +12,18 @@ namespace korvane::platform {
 class InstanceLock {
 public:
     enum class Outcome {
-        taken,        // by us, until the object goes or the process ends in whatever way
+        taken,        // by us, until the object is destroyed or the process ends
         heldByOther,  // another process of the same user has it
         obstructed,   // somebody else's file is in the way; `obstacle` names it
-        unavailable,  // no folder can be written to
+        unavailable,  // there is no folder that we can write to
     };
 
-    // $XDG_RUNTIME_DIR where it is the user's own, and a folder of the user's in the system's temporary one.
+    // The folder in $XDG_RUNTIME_DIR if that belongs to the user, and a folder of the user in the system's temporary
+    // folder.
     static std::vector<std::filesystem::path> standardFolders();
 
-    // Takes the lock of that name in the first of the folders that serves. Makes a folder that is missing, for the
-    // owner alone. Follows no symbolic link and waits for nothing.
+    // Takes the lock with that name in the first folder that can be used. A missing folder is made, for the owner only.
+    // It follows no symbolic link and waits for nothing.
     Outcome take(const std::vector<std::filesystem::path> &folders, const std::string &name);
     const std::filesystem::path &obstacle() const { return inTheWay; }
 

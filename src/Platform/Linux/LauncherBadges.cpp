@@ -11,8 +11,8 @@ namespace {
 constexpr const char *interfaceName = "com.canonical.Unity.LauncherEntry";
 constexpr const char *busName = "org.freedesktop.DBus";
 constexpr const char *busPath = "/org/freedesktop/DBus";
-// A program that sends without end must fill neither the memory nor the time. A program announces for itself and
-// perhaps for a few others; an entry's name is that of a file.
+// A program that sends without end must not use up the memory or the time. A program announces for itself and perhaps
+// for a few others. The name of an entry is a file name.
 constexpr std::size_t mostSenders = 128;
 constexpr std::size_t mostEntriesOfOneSender = 16;
 constexpr std::size_t longestEntryName = 255;
@@ -94,7 +94,7 @@ void LauncherBadges::take(const std::string &sender, GVariant *arguments)
     schedule();
 }
 
-// A program may have ended already when its announcement is read; then the bus says at once that nobody has its name.
+// A program may have ended before its announcement is read. Then the bus reports at once that its name has no owner.
 void LauncherBadges::follow(const std::string &name, Sender &sender)
 {
     sender.presence = bus.watch(name, [this, name](bool present) {

@@ -1,4 +1,4 @@
-// The counts that programs put on their launcher's icon, as they announce them on the session bus.
+// The counts that programs announce on the session bus for their launcher's icon.
 #pragma once
 
 #include "Platform/Linux/MessageBus.h"
@@ -11,7 +11,7 @@
 
 namespace korvane::platform {
 
-// What one announcement says; a part that it leaves out stays as it was.
+// The content of one announcement. A part that is missing stays as it was.
 struct LauncherEntryState {
     std::int64_t count = 0;
     bool countVisible = false, urgent = false;
@@ -26,26 +26,27 @@ public:
     using Labels = std::map<std::string, std::string>;  // desktop entry's id to the badge's text
     using Processes = std::map<std::string, std::int32_t>;
 
-    // Listens from now on; a bus that is not there gives no badges. `changed` comes from the run loop, after the labels
-    // or the processes changed, at most once a frame. No call waits for the bus.
+    // Starts to listen. Without a bus there are no badges. `changed` is called from the run loop after the labels or
+    // the processes changed, at most once a frame. No call waits for the bus.
     LauncherBadges(MainLoop &loop, MessageBus &sessionBus, std::function<void()> changed);
     ~LauncherBadges();
     LauncherBadges(const LauncherBadges &) = delete;
     LauncherBadges &operator=(const LauncherBadges &) = delete;
 
-    // Of so many senders and so many entries of each as an honest desktop has; what goes beyond is passed over.
+    // The number of senders and the number of entries for each are limited to what an honest desktop has. Any further
+    // ones are ignored.
     const Labels &labels() const { return shownLabels; }
-    // The process behind each label, as far as the bus has told.
+    // The process behind each label, if the bus has already reported it.
     const Processes &processes() const { return shownProcesses; }
 
-    // "application://org.example.Mail.desktop" names org.example.Mail.desktop; empty for anything else, and for what
-    // is too long for the name of a file.
+    // "application://org.example.Mail.desktop" names org.example.Mail.desktop. Empty for any other text, and for a name
+    // that is too long for a file.
     static std::string entryID(std::string_view applicationUri);
 
 private:
     struct Sender {
         std::map<std::string, LauncherEntryState> entries;
-        std::int32_t pid = 0;  // 0 until the bus has told
+        std::int32_t pid = 0;  // 0 until the bus has reported it
         Subscription presence, process;
     };
 

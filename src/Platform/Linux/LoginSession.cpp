@@ -16,7 +16,8 @@ constexpr const char *managerInterface = "org.freedesktop.login1.Manager";
 constexpr const char *sessionInterface = "org.freedesktop.login1.Session";
 constexpr const char *propertiesInterface = "org.freedesktop.DBus.Properties";
 
-// A program that a service of the user has started belongs to no session; logind then takes the one on the display.
+// A program that a user service has started belongs to no session. For "auto" logind then takes the session on the
+// display.
 std::string sessionName()
 {
     const char *own = std::getenv("XDG_SESSION_ID");
@@ -39,7 +40,7 @@ void LoginSession::managerCameOrWent(bool present)
     propertySignal.reset();
     question.reset();
     if (!present) {
-        // Nobody is left to tell when the session is there again.
+        // Without logind nobody could report that the user is back.
         update([this] {
             active = true;
             locked = sleeping = false;
@@ -58,7 +59,7 @@ void LoginSession::managerCameOrWent(bool present)
                         });
 }
 
-// Listening first: what changes in between is then told by one of the two.
+// It listens before it reads, so that no change in between is missed.
 void LoginSession::follow(const std::string &path)
 {
     session = path;
@@ -88,7 +89,7 @@ void LoginSession::takeChanges(GVariant *arguments)
         return;
     const GlibVariant values(g_variant_get_child_value(arguments, 1));
     takeProperties(values.get());
-    // Of some only the fact that they have changed is told.
+    // Some properties are only reported as changed, without their values.
     const GlibVariant unnamed(g_variant_get_child_value(arguments, 2));
     if (g_variant_n_children(unnamed.get()) > 0)
         read();
@@ -103,8 +104,8 @@ void LoginSession::takeSleep(GVariant *arguments)
     update([&] { sleeping = begins != FALSE; });
 }
 
-// The hint and not the signals named Lock and Unlock: those are wishes, and a locker that is opened with a password
-// sends no second one.
+// The hint is used and not the signals Lock and Unlock. These signals are only requests, and a screen locker that is
+// unlocked with a password sends no second one.
 void LoginSession::takeProperties(GVariant *values)
 {
     update([&] {

@@ -1,5 +1,5 @@
-// Whether anybody can be in front of the desktop, as logind knows: its session has been left for another one, is
-// locked, or the machine is about to sleep.
+// Whether somebody can be in front of the desktop, according to logind. Nobody is there when another session is in
+// front, when the session is locked, or when the machine is about to sleep.
 #pragma once
 
 #include "Platform/Linux/MessageBus.h"
@@ -11,8 +11,8 @@ namespace korvane::platform {
 
 class LoginSession {
 public:
-    // Listens from now on; without logind nobody is ever away. `changed` comes from the run loop, with what isAway()
-    // answers then. No call waits for the bus.
+    // Starts to listen. Without logind nobody is ever away. `changed` is called from the run loop with the new answer
+    // of isAway(). No call waits for the bus.
     LoginSession(MessageBus &systemBus, std::function<void(bool away)> changed);
     ~LoginSession();
     LoginSession(const LoginSession &) = delete;

@@ -23,7 +23,7 @@ std::string fromEnvironment(const char *variable)
     return value ? value : "";
 }
 
-// Empty without one. The library's own search would start a bus for a session that has none, and wait for it.
+// Empty when there is no bus. The library's own search would start a bus for a session that has none, and wait for it.
 std::string addressOf(MessageBus::Kind kind)
 {
     if (kind == MessageBus::Kind::system) {
@@ -43,7 +43,7 @@ std::string addressOf(MessageBus::Kind kind)
     return std::string("unix:path=") + escaped.get();
 }
 
-// What the library carries to a callback of ours: whoever is meant may be gone by then.
+// The library carries a weak pointer to our callbacks, because the object may be gone by then.
 template <typename T> gpointer hold(const std::shared_ptr<T> &object)
 {
     return new std::weak_ptr<T>(object);
@@ -69,15 +69,15 @@ const char *orAny(const std::string &text)
 
 }  // namespace
 
-// What somebody wants of the bus, for as long as the subscription lives.
+// Something that a caller wants from the bus. It lives as long as its subscription.
 class MessageBus::Interest {
 public:
     virtual ~Interest() = default;
     virtual void begin(GDBusConnection *bus) = 0;
     virtual void end(GDBusConnection *bus) = 0;
-    // The connection that it had begun on was lost, or one could not be made.
+    // The connection on which it had begun was lost, or no connection could be made.
     virtual void lost() {}
-    // Nobody is to be told any more.
+    // From now on the caller must not be called any more.
     virtual void silence() = 0;
 };
 
@@ -107,8 +107,8 @@ public:
         if (address.empty())
             return failed();
         cancel.reset(g_cancellable_new());
-        // A connection of our own and not the one that a process shares: that one lives, dead, for as long as anybody
-        // in the process keeps it, and nobody could connect anew.
+        // This is a private connection, not the one that the process shares. A shared connection that is dead stays
+        // alive as long as anybody in the process keeps it, and until then nobody could connect again.
         g_dbus_connection_new_for_address(address.c_str(), connectionFlags, nullptr, cancel.get(),
                                           &Connection::connected, hold(shared_from_this()));
         limit = loop.after(connectingTime, [this] { g_cancellable_cancel(cancel.get()); });
@@ -185,7 +185,7 @@ private:
         g_signal_handler_disconnect(old.get(), self->closedHandler);
     }
 
-    // Without a connection, and at a later turn for those who have only just asked.
+    // There is no connection. The callers are told at a later turn, because some of them have only just asked.
     void failed()
     {
         retry = loop.after(delay, [this] { connect(); });
@@ -200,7 +200,7 @@ private:
 
     MainLoop &loop;
     Kind kind;
-    Gobject<GCancellable> cancel;  // of the attempt that is under way
+    Gobject<GCancellable> cancel;  // for the current attempt
     Gobject<GDBusConnection> bus;
     gulong closedHandler = 0;
     Seconds delay = firstDelay;
@@ -296,7 +296,7 @@ public:
                                method.name.c_str(), arguments.get(), type, G_DBUS_CALL_FLAGS_NO_AUTO_START,
                                answerMilliseconds, nullptr, &Calling::came, hold(shared_from_this()));
     }
-    // What was sent is answered by the library, also when the connection is lost.
+    // The library answers every call that was sent, even when the connection is lost.
     void end(GDBusConnection *) override {}
     void lost() override
     {
@@ -338,7 +338,8 @@ bool MessageBus::answersWithin(Seconds time, Kind kind)
         Gobject<GCancellable> cancel{g_cancellable_new()};
         bool ended = false;
     };
-    // In a loop of its own: nothing else may run while this waits. An attempt that is given up ends in its own time.
+    // It uses a loop of its own, because nothing else may run while this function waits. An abandoned attempt ends by
+    // itself.
     GMainContext *context = g_main_context_new();
     g_main_context_push_thread_default(context);
     const auto attempt = std::make_shared<Attempt>();

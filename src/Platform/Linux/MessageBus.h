@@ -1,5 +1,5 @@
-// A connection to one of the desktop's message buses, for everything here that talks to a service. It is made without
-// waiting, and made anew when the bus has gone and comes back.
+// A connection to one of the desktop's message buses, for all code here that talks to a service. Connecting never
+// blocks. If the bus goes away and comes back, the connection is made again.
 #pragma once
 
 #include "Ports/MainLoop.h"
@@ -12,29 +12,30 @@ typedef struct _GVariant GVariant;  // GLib's header stays out of headers
 
 namespace korvane::platform {
 
-// What it hands out follows the rule of every subscription: once it is destroyed no call comes, whatever is under way.
-// Any of them may be destroyed inside of its own call, and may outlive the bus.
+// Subscriptions follow the usual rule: after one is destroyed, its callback is not called, even if an answer is on its
+// way. A subscription may be destroyed inside its own callback, and may outlive the bus.
 class MessageBus {
 public:
     enum class Kind { session, system };
 
-    // Connects from now on; nothing waits for it. A bus that is not there is tried again after one second, then after
-    // ever longer times up to a minute, and at once when somebody calls a method.
+    // Starts to connect; nothing waits for it. If there is no bus, it tries again after one second, then after longer
+    // and longer times up to a minute. A method call makes it try at once.
     MessageBus(MainLoop &loop, Kind kind);
     ~MessageBus();
     MessageBus(const MessageBus &) = delete;
     MessageBus &operator=(const MessageBus &) = delete;
 
-    // What is left empty may be anything.
+    // An empty field matches anything.
     struct Signal {
         std::string sender, path, interface, name;
     };
-    // Told of each such signal, also those of a bus that came back later. The arguments live as long as the call.
+    // Called for each matching signal, also after the bus was lost and came back. The arguments are valid during the
+    // call only.
     using Heard = std::function<void(const std::string &sender, GVariant *arguments)>;
     [[nodiscard]] Subscription listen(Signal signal, Heard heard);
 
-    // Told whether somebody owns the name, once the bus has said so and whenever it changes. Nobody does on a bus that
-    // was lost.
+    // Tells whether the name has an owner: when the bus first answers and after each change. When the bus is lost, the
+    // name has no owner.
     [[nodiscard]] Subscription watch(std::string name, std::function<void(bool present)> told);
 
     struct Method {
@@ -42,15 +43,15 @@ public:
         const char *answerType = nullptr;  // "(u)"; null for any
     };
     struct Answer {
-        GVariant *value = nullptr;  // null for a refusal, for none in five seconds and without a bus
-        std::string error;          // the refusal's name; empty where nobody refused
+        GVariant *value = nullptr;  // null after a refusal, after five seconds without an answer, and without a bus
+        std::string error;          // the name of the refusal's error; empty if nobody refused
     };
-    // Calls a method of a service that runs already; no service is started for it. Takes the arguments over. The answer
-    // comes once, from the run loop, and lives as long as that call.
+    // Calls a method of a running service; it never starts a service. Takes ownership of the arguments. The answer
+    // comes once, from the run loop, and is valid during that call only.
     [[nodiscard]] Subscription call(Method method, GVariant *arguments, std::function<void(const Answer &)> answered);
 
-    // Whether the bus takes a connection or refuses it, or there is none. False when it does neither in that time, for
-    // which this waits: before a library is used that would wait without an end.
+    // True if the bus accepts a connection or refuses it, or if there is no bus. False if it does neither in that time.
+    // This function waits; use it before a library that would wait for ever.
     static bool answersWithin(Seconds time, Kind kind);
 
 private:

@@ -39,7 +39,8 @@ std::optional<std::string> makePrivateDirectory(const std::filesystem::path &dir
     for (const auto &part : directory) {
         made /= part;
         if (::mkdir(made.c_str(), 0700) != 0 && errno != EEXIST) {
-            // Some systems refuse before they look; only a directory that is really absent is a failure.
+            // Some systems refuse even if the directory exists. It is a failure only if the directory is really
+            // missing.
             const std::string reason = lastError();
             std::error_code error;
             if (!std::filesystem::is_directory(made, error))
@@ -64,7 +65,7 @@ std::optional<std::string> replacePrivateFile(const std::filesystem::path &file,
     std::string name = (target.parent_path() / ("." + target.filename().string() + ".XXXXXX")).string();
     std::string reason;
     {
-        // Made for the owner only, under a name that did not exist.
+        // The file is made for the owner only, under a name that did not exist before.
         const Descriptor temporary(::mkostemp(name.data(), O_CLOEXEC));
         if (!temporary)
             return lastError();
@@ -77,7 +78,7 @@ std::optional<std::string> replacePrivateFile(const std::filesystem::path &file,
         ::unlink(name.c_str());
         return reason;
     }
-    // The new name itself has to be on the disk as well. Some file systems can't; the file is then still whole.
+    // The new name must be on the disk as well. Some file systems can't do this; the file is complete even then.
     const Descriptor directory(::open(target.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (directory)
         ::fsync(directory.get());
@@ -102,7 +103,7 @@ FileContents readFile(const std::filesystem::path &file, std::size_t largest)
         result.reason = "too large";
         return result;
     }
-    // One byte more than the size shows the end, or that the file grew meanwhile.
+    // One byte more than the size: it shows whether the file has grown meanwhile.
     result.bytes.resize(static_cast<std::size_t>(status.st_size) + 1);
     std::size_t size = 0;
     while (size < result.bytes.size()) {

@@ -18,7 +18,7 @@ struct PlistDeleter {
 };
 using PlistOwner = std::unique_ptr<void, PlistDeleter>;
 
-// The library prints and reads numbers with the thread's locale, where a comma may stand for the point.
+// The library prints and reads numbers with the thread's locale, which may use a comma as the decimal point.
 class PlainNumbers {
 public:
     PlainNumbers() : plain(newlocale(LC_NUMERIC_MASK, "C", nullptr)), previous(uselocale(plain)) {}
@@ -34,7 +34,7 @@ private:
     locale_t plain, previous;
 };
 
-// The library frees a tree by recursion, so the depth has to be bounded before it sees the text.
+// The library frees a tree by recursion, so the depth must be limited before the library sees the text.
 bool isShallow(std::string_view xml)
 {
     int depth = 0;
@@ -58,7 +58,7 @@ bool isShallow(std::string_view xml)
     return true;
 }
 
-// The library is content with a file that was cut off between two elements.
+// The library accepts a file that was cut off between two elements.
 bool isWhole(std::string_view xml)
 {
     const auto last = xml.find_last_not_of(" \t\r\n");
@@ -71,7 +71,7 @@ std::optional<std::string> readText(plist_t node)
         return std::nullopt;
     std::uint64_t size = 0;
     const char *text = plist_get_string_ptr(node, &size);
-    // What a hand or another program wrote there is no better than what comes through the setters.
+    // Text that a user or another program wrote here needs the same check as text from the setters.
     return text != nullptr ? storableText(std::string_view(text, size)) : std::string();
 }
 
@@ -142,7 +142,7 @@ std::optional<PropertyValue> readValue(plist_t node)
         return value != 0;
     }
     case PLIST_UINT: {
-        // The library keeps negative numbers in the same unsigned field.
+        // The library stores negative numbers in the same unsigned field.
         std::uint64_t value = 0;
         plist_get_uint_val(node, &value);
         return static_cast<std::int64_t>(value);
@@ -198,7 +198,7 @@ struct NodeMaker {
     }
     plist_t operator()(const Bytes &value) const
     {
-        // Never a null pointer, which the library would copy from even when there is nothing to copy.
+        // The pointer is never null, because the library copies from it even when there is nothing to copy.
         static constexpr char nothing = 0;
         const char *bytes = value.empty() ? &nothing : reinterpret_cast<const char *>(value.data());
         return plist_new_data(bytes, value.size());
@@ -206,7 +206,7 @@ struct NodeMaker {
     plist_t operator()(const ForeignValuePtr &value) const { return value->newCopy(); }
 };
 
-// The length of the valid UTF-8 sequence at the start of the text; zero for a broken one.
+// The length of the valid UTF-8 sequence at the start of the text; zero for a broken sequence.
 std::size_t sequenceLength(std::string_view text)
 {
     const auto byte = [text](std::size_t i) { return i < text.size() ? static_cast<unsigned char>(text[i]) : 0u; };

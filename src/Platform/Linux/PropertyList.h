@@ -1,4 +1,4 @@
-// The settings file's form: a property list in XML with one dictionary of typed values.
+// The format of the settings file: a property list in XML with one dictionary of typed values.
 #pragma once
 
 #include "Ports/Defaults.h"
@@ -16,7 +16,7 @@ namespace korvane::platform {
 
 using Bytes = std::vector<std::uint8_t>;
 
-// A value of a kind that we never write (a date, a list of mixed values): kept and written back as it was.
+// A value of a kind that we never write (a date, a list of mixed values). It is kept and written back unchanged.
 class ForeignValue;
 using ForeignValuePtr = std::shared_ptr<const ForeignValue>;
 
@@ -24,19 +24,19 @@ using PropertyValue =
     std::variant<bool, std::int64_t, double, std::string, std::vector<std::string>, StringMap, Bytes, ForeignValuePtr>;
 using PropertyList = std::map<std::string, PropertyValue, std::less<>>;
 
-// Whether a text holds more than the library reads in a fraction of a second: its time grows with the square of the
-// keys, and of the characters that are written by name. No settings that a person made come near.
+// Whether the library would need more than a fraction of a second to read the text. Its time grows with the square of
+// the number of keys, and of the number of escaped characters. The settings of a real user are far below the limit.
 bool holdsTooMuch(std::string_view xml);
 
-// Absent when the text holds too much, or is not a whole property list with a dictionary at its top. A number that is
-// not finite is left out, as if its key were missing.
+// Absent when the text holds too much, or when it is not a complete property list with a dictionary at the top. A
+// number that is not finite is left out, as if its key were missing.
 std::optional<PropertyList> parsePropertyList(std::string_view xml);
 
-// Whatever the user's locale. Numbers have to be finite and texts storable.
+// The user's locale does not matter. Numbers must be finite and texts storable.
 std::string writePropertyList(const PropertyList &list);
 
-// What of a text can be stored and read again: valid UTF-8 (a broken byte becomes U+FFFD) without control characters
-// other than tab and newline.
+// The part of a text that can be stored and read again: valid UTF-8 without control characters, except tab and newline.
+// A broken byte becomes U+FFFD.
 std::string storableText(std::string_view text);
 
 }  // namespace korvane::platform

@@ -60,7 +60,7 @@ void PropertyListDefaults::reportOnStandardError(const std::string &line)
 
 void PropertyListDefaults::load()
 {
-    // A folder that an earlier version or a careless copy left open to others.
+    // An earlier version or a careless copy may have left the folder open to others.
     struct stat folder {};
     const auto directory = file.parent_path();
     if (::stat(directory.c_str(), &folder) == 0 && folder.st_uid == ::getuid() && (folder.st_mode & 077) != 0)
@@ -101,7 +101,7 @@ bool PropertyListDefaults::setAside(const std::string &reason)
     return true;
 }
 
-// Temporary files of a process that was killed while it wrote.
+// Removes the temporary files of a process that was killed while it wrote.
 void PropertyListDefaults::removeLeftovers()
 {
     const std::string prefix = "." + file.filename().string() + ".";
@@ -264,7 +264,7 @@ void PropertyListDefaults::synchronize()
     unwritten = reason.has_value();
     if (!reason)
         return;
-    // The next change, or the end of the program, tries again; the values are all still here.
+    // The next change, or the end of the program, tries again. All values are still in memory.
     if (!failureReported)
         report("korvane: settings can't be written to " + file.string() + " (" + *reason
                + "); they last only as long as the program");

@@ -1,4 +1,5 @@
-// The defaults database in a file of the user: read once, answered from memory, written after the turn that changed it.
+// The defaults database in a file of the user. It is read once, answers from memory, and is written after the turn that
+// changed it.
 #pragma once
 
 #include "Platform/Linux/PropertyList.h"
@@ -10,20 +11,20 @@
 
 namespace korvane::platform {
 
-// defaults.plist in Korvane's own folder of the user's configuration directory; empty without a home.
+// The file defaults.plist in Korvane's folder of the user's configuration directory. Empty when the user has no home.
 std::filesystem::path defaultsFile();
 
-// Texts lose what no property list can hold (storableText). A number that is not finite is not stored and leaves the
-// key as it was.
+// Characters that no property list can hold are removed from texts (storableText). A number that is not finite is not
+// stored, and the key keeps its old value.
 class PropertyListDefaults final : public Defaults {
 public:
     using Report = std::function<void(const std::string &line)>;
 
-    // Reads the file. One that can't be read is set aside under a new name and reported, and an empty one takes its
-    // place; if even that fails, nothing is ever written. With an empty path everything stays in memory.
-    // `report` gets one line for each such event, and one for the first write that fails; later ones try again.
+    // Reads the file. A file that can't be read is renamed and reported, and an empty database takes its place. If even
+    // the renaming fails, nothing is ever written. With an empty path everything stays in memory. `report` gets one
+    // line for each such event, and one for the first write that fails; later writes try again.
     PropertyListDefaults(MainLoop &mainLoop, std::filesystem::path path, Report reportTo = reportOnStandardError);
-    // Writes what is not yet written.
+    // Writes all changes that are not yet written.
     ~PropertyListDefaults() override;
 
     PropertyListDefaults(const PropertyListDefaults &) = delete;
@@ -63,11 +64,11 @@ private:
     std::filesystem::path file;
     Report report;
     PropertyList values;
-    bool writable = true;  // false when the file there must not be touched
+    bool writable = true;  // false when the existing file must not be changed
     bool dirty = false;
     bool unwritten = false;  // the last write failed
     bool failureReported = false;
-    std::shared_ptr<bool> alive = std::make_shared<bool>(true);  // posted calls look whether we still are
+    std::shared_ptr<bool> alive = std::make_shared<bool>(true);  // tells posted calls whether this object still exists
 };
 
 }  // namespace korvane::platform

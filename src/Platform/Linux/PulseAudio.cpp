@@ -12,7 +12,7 @@
 namespace korvane::platform {
 namespace {
 
-constexpr std::array<double, 5> retryDelays{1, 2, 4, 8, 16};  // seconds; after that only somebody's asking tries again
+constexpr std::array<double, 5> retryDelays{1, 2, 4, 8, 16};  // seconds; later attempts need a request
 constexpr std::uint32_t wholeDevice = 0;
 
 }  // namespace
@@ -36,7 +36,7 @@ public:
         bool muted = false;
     };
 
-    // What is known; asking connects.
+    // Returns what is known. A request connects if there is no connection.
     const std::optional<Output> &output()
     {
         if (!context && !retry)
@@ -57,7 +57,7 @@ public:
         sent(pa_context_set_sink_volume_by_index(context, known->index, &wanted, written, this));
         if (known->muted && volume > 0)
             sent(pa_context_set_sink_mute_by_index(context, known->index, 0, written, this));
-        // The next read comes before the server's answer.
+        // The next request may come before the server's answer.
         known->volume = wanted;
         known->muted = known->muted && !(volume > 0);
         return true;
@@ -97,7 +97,7 @@ private:
         const int result =
             pa_context_connect(context, address.empty() ? nullptr : address.c_str(), PA_CONTEXT_NOAUTOSPAWN, nullptr);
         connecting = false;
-        // A server that is not there fails inside the call.
+        // Without a server the connection fails inside the call.
         if (result < 0 || !PA_CONTEXT_IS_GOOD(pa_context_get_state(context)))
             lost();
     }
@@ -111,7 +111,7 @@ private:
         pa_context_disconnect(context);
         pa_context_unref(context);
         context = nullptr;
-        // Nothing under way is answered any more.
+        // Requests that were sent will not be answered any more.
         unanswered = 0;
         reading = readAgain = false;
     }
@@ -131,7 +131,7 @@ private:
                 nullptr, nullptr));
             read();
         } else if (!PA_CONTEXT_IS_GOOD(state)) {
-            // Not from inside the context's own call.
+            // Posted, because this runs inside a call of the context.
             loop.post([this, stillHere = std::weak_ptr<bool>(alive)] {
                 if (!stillHere.expired() && context && !PA_CONTEXT_IS_GOOD(pa_context_get_state(context)))
                     lost();
@@ -144,7 +144,8 @@ private:
         disconnect();
         learn(std::nullopt);
         const std::size_t attempt = attempts++;
-        // Whoever shows the volume wants it back; for nobody, and for ever, nobody knocks.
+        // Observers of the volume need it back. Without observers nobody tries, and with them the number of attempts is
+        // limited.
         if (attempt < retryDelays.size() && observers->count() > 0)
             retry = loop.after(Seconds(retryDelays[attempt]), [this] {
                 retry.reset();
@@ -152,8 +153,8 @@ private:
             });
     }
 
-    // One at a time, however many changes the server tells of. What it says while something written is under way may
-    // be older than that; the last answer to a write reads again.
+    // Only one read is on its way, even if the server reports many changes. During a write, the server's values may be
+    // older than the written one; the last answer to a write starts a new read.
     void read()
     {
         if (unanswered > 0)

@@ -81,7 +81,7 @@ std::filesystem::path runningExecutable()
     std::string path = std::filesystem::read_symlink("/proc/self/exe", error).string();
     if (error)
         return {};
-    // What the kernel appends once an update has replaced the file.
+    // The kernel appends this when an update has replaced the file.
     constexpr std::string_view replaced = " (deleted)";
     if (path.size() > replaced.size() && path.ends_with(replaced))
         path.resize(path.size() - replaced.size());

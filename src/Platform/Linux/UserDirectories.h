@@ -1,4 +1,4 @@
-// Where a user's files belong, after the XDG base directory rules. Without X and without a toolkit.
+// The directories for a user's files, by the XDG base directory rules. It needs neither X nor a toolkit.
 #pragma once
 
 #include <filesystem>
@@ -6,17 +6,19 @@
 
 namespace korvane::platform {
 
-// $HOME, else what the password database says; empty when neither tells.
+// $HOME, otherwise the home in the password database. Empty when both are missing.
 std::filesystem::path userHomeDirectory();
-// $XDG_CONFIG_HOME, else ~/.config. Like the next ones it passes over relative values and is empty without a home.
+// $XDG_CONFIG_HOME, otherwise ~/.config. This function and the next ones ignore relative values and return an empty
+// path without a home.
 std::filesystem::path userConfigDirectory();
-// $XDG_CACHE_HOME, else ~/.cache.
+// $XDG_CACHE_HOME, otherwise ~/.cache.
 std::filesystem::path userCacheDirectory();
-// $XDG_DATA_HOME, else ~/.local/share.
+// $XDG_DATA_HOME, otherwise ~/.local/share.
 std::filesystem::path userDataDirectory();
-// The user's data directory, then those of $XDG_DATA_DIRS: the first holds what overrides the rest.
+// The user's data directory, then those of $XDG_DATA_DIRS. Files in earlier directories override files in later ones.
 std::vector<std::filesystem::path> dataDirectories();
-// The file of this process; empty when it can't be told. A file that was replaced since keeps its path.
+// The executable file of this process; empty when it is not known. If the file was replaced since, the path stays the
+// same.
 std::filesystem::path runningExecutable();
 
 }  // namespace korvane::platform

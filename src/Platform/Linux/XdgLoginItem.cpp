@@ -48,7 +48,7 @@ std::string program(const std::string &exec)
     return first;
 }
 
-// An Exec line for one program without arguments. The file's own escapes come on top, from the key file.
+// An Exec line for one program without arguments. The key file adds its own escapes when it is written.
 std::string execLine(const std::string &path)
 {
     std::string line = "\"";
@@ -101,7 +101,7 @@ std::optional<std::string> XdgLoginItem::enable()
     setDefault(G_KEY_FILE_DESKTOP_KEY_ICON, "korvane");
     g_key_file_set_string(entry.get(), G_KEY_FILE_DESKTOP_GROUP, G_KEY_FILE_DESKTOP_KEY_EXEC,
                           execLine(executable.string()).c_str());
-    // So that a session does not stumble over the entry once the program has been removed.
+    // With this key a session ignores the entry when the program has been removed.
     g_key_file_set_string(entry.get(), G_KEY_FILE_DESKTOP_GROUP, G_KEY_FILE_DESKTOP_KEY_TRY_EXEC, executable.c_str());
     gsize size = 0;
     const GlibText contents(g_key_file_to_data(entry.get(), &size, nullptr));

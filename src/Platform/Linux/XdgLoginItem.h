@@ -1,4 +1,4 @@
-// Starting at login, by an entry in the user's autostart directory.
+// Starts the program at login, with an entry in the user's autostart directory.
 #pragma once
 
 #include "Ports/LoginItem.h"
@@ -7,17 +7,17 @@
 
 namespace korvane::platform {
 
-// korvane.desktop in the user's autostart directory; empty without a home.
+// The file korvane.desktop in the user's autostart directory. Empty when the user has no home.
 std::filesystem::path autostartFile();
 
 class XdgLoginItem final : public LoginItem {
 public:
-    // The entry to keep and the program it has to start.
+    // The entry's file and the program that it must start.
     XdgLoginItem(std::filesystem::path entry, std::filesystem::path program);
 
-    // Whether there is nothing to write: the entry starts this program, or the user has switched the entry off.
+    // True when nothing has to be written: the entry starts this program, or the user has disabled the entry.
     bool enabled() override;
-    // Writes the entry; one that is there keeps what else it holds.
+    // Writes the entry. An existing entry keeps its other contents.
     std::optional<std::string> enable() override;
 
 private:

@@ -57,7 +57,8 @@ AlertBox::AlertBox(const Alert &alert)
     if (!alert.informative.empty())
         column->addWidget(makeLabel(alert.informative, false));
 
-    // Against reading order, so that the first button stands at the trailing end where the eye leaves the text.
+    // The buttons are laid out against the reading order, so that the first button stands at the end of the row. The
+    // reader looks there after the text.
     auto *buttonRow = new QHBoxLayout;
     buttonRow->setDirection(QBoxLayout::RightToLeft);
     const std::vector<std::string> titles = alert.buttons.empty() ? std::vector<std::string>{"OK"} : alert.buttons;
@@ -92,7 +93,7 @@ void AlertBox::setAccessory(QWidget *accessory)
 
 void AlertBox::reject()
 {
-    // Without a way to say no, a question is not to be dismissed by accident.
+    // Escape must not close a question by accident when there is no button that says no.
     if (escapeAnswer != 0)
         done(escapeAnswer);
 }

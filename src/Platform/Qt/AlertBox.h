@@ -1,4 +1,4 @@
-// The one form of all questions: a message, what it means, perhaps a control of the caller's, and buttons.
+// The one window for all questions: a message, an explanation, optionally a control of the caller, and buttons.
 #pragma once
 
 #include "Ports/Dialogs.h"
@@ -13,17 +13,17 @@ class Panels;
 
 class AlertBox final : public QDialog {
 public:
-    // Texts are shown as they are, without markup. The first button is pressed by Return; the one called "Cancel", or
-    // the only one, by Escape and by closing the window. Without buttons there is one, "OK".
+    // Texts are shown as they are, without markup. Return presses the first button. Escape and closing the window press
+    // the button called "Cancel", or the only button. If the alert has no buttons, it gets one, "OK".
     explicit AlertBox(const Alert &alert);
 
-    // Puts a control between the text and the buttons, and takes it over.
+    // Puts a control between the text and the buttons. The alert takes ownership of it.
     void setAccessory(QWidget *accessory);
 
-    // Shows the alert low on the screen that the program is used on, its centre at that fraction of the width, and
-    // waits for an answer while the event loop goes on. 1000 for the first button, 1001 for the second, ...; 0 when it
-    // went away without an answer, as at the end of the program. `panels` lifts it above the other windows; may be
-    // null.
+    // Shows the alert low on the screen that the program is used on, and waits for an answer while the event loop runs.
+    // The alert's centre is at that fraction of the screen's width. Returns 1000 for the first button, 1001 for the
+    // second, ...; 0 when the alert was closed without an answer, for example at the end of the program. `panels` keeps
+    // the alert above the other windows; it may be null.
     int run(double horizontalCenterFraction, Panels *panels);
 
     void reject() override;

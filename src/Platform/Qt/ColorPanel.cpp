@@ -8,7 +8,7 @@ namespace korvane::platform {
 
 ColorPanel::ColorPanel(Panels *windowPanels) : panels(windowPanels)
 {
-    // Without buttons: there is nothing to confirm, since each colour is taken as it is tried.
+    // There are no buttons, because there is nothing to confirm: each colour is used as soon as it is tried.
     setOptions(QColorDialog::NoButtons | QColorDialog::DontUseNativeDialog);
     setWindowFlags(Qt::Dialog | Qt::WindowStaysOnTopHint);
     setWindowTitle(QStringLiteral("Colors"));
@@ -21,7 +21,7 @@ ColorPanel::ColorPanel(Panels *windowPanels) : panels(windowPanels)
 
 void ColorPanel::open(const std::optional<Rgb> &initial, std::function<void(const Rgb &)> changed)
 {
-    // Neither the one before nor the new one is to hear of the initial colour.
+    // Neither the previous caller nor the new one must be told about the initial colour.
     apply = nullptr;
     if (initial)
         setCurrentColor(QColor::fromRgbF(static_cast<float>(initial->red), static_cast<float>(initial->green),

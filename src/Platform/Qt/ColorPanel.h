@@ -1,4 +1,4 @@
-// The one colour panel of the program. What it is opened for takes every colour while it is being tried.
+// The one colour panel of the program. The caller gets every colour while the user tries it.
 #pragma once
 
 #include "Ports/Values/Color.h"
@@ -13,7 +13,7 @@ class Panels;
 
 class ColorPanel final : public QColorDialog {
 public:
-    // `panels` lifts it above the other windows; may be null.
+    // `panels` keeps the panel above the other windows; it may be null.
     explicit ColorPanel(Panels *panels);
 
     void open(const std::optional<Rgb> &initial, std::function<void(const Rgb &)> changed);

@@ -1,4 +1,4 @@
-// Questions to the user, shown with the toolkit.
+// Asks the user questions, with the toolkit's windows.
 #pragma once
 
 #include "Ports/Dialogs.h"
@@ -12,10 +12,10 @@ class Panels;
 
 class QtDialogs final : public Dialogs {
 public:
-    // With null an alert is an ordinary window on top.
+    // If it is null, an alert is an ordinary window on top.
     explicit QtDialogs(Panels *windowPanels);
     ~QtDialogs() override;
-    // 0 when the alert went away without an answer.
+    // 0 when the alert was closed without an answer.
     int runModal(const Alert &alert, double horizontalCenterFraction) override;
     void openColorPanel(const std::optional<Rgb> &initial, std::function<void(const Rgb &)> changed) override;
 

@@ -38,7 +38,7 @@ ImagePtr QtIcons::symbol(std::string_view name)
     if (const auto known = symbols.find(name); known != symbols.end())
         return known->second;
     ImagePtr picture = fromQImage(symbolImage(name, symbolSide, Qt::white));
-    // Names come from the program, so only those with a drawing are worth keeping.
+    // The program chooses the names, so there are few; only names with a drawing are kept.
     if (picture)
         symbols.emplace(std::string(name), picture);
     return picture;

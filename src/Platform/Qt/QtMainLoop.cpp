@@ -26,13 +26,13 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr Clock::duration shortestInterval = std::chrono::milliseconds(1);
-// A day. Longer waits are taken in pieces, which keeps the milliseconds within Qt's int.
+// One day. Longer waits are split, so that the milliseconds fit into Qt's int.
 constexpr Clock::duration longestSleep = std::chrono::hours(24);
 constexpr Seconds longestWait{1e9};
 
 Clock::duration toClock(Seconds seconds)
 {
-    // Also turns what is not a number into zero.
+    // This also turns a value that is not a number into zero.
     const Seconds bounded = seconds > Seconds::zero() ? std::min(seconds, longestWait) : Seconds::zero();
     return std::chrono::duration_cast<Clock::duration>(bounded);
 }
@@ -41,7 +41,7 @@ Clock::duration toClock(Seconds seconds)
 
 class QtMainLoop::Scheduler final : public QObject {
 public:
-    using Key = std::pair<Clock::time_point, std::uint64_t>;  // when it is due, then the order of registration
+    using Key = std::pair<Clock::time_point, std::uint64_t>;  // the due time, then the order of registration
 
     struct Entry {
         Clock::duration interval{};  // zero for a single call
@@ -96,8 +96,8 @@ protected:
     }
 
 private:
-    // What a callback registers while this runs is due at a later turn, however short its delay: a chain of zero delays
-    // must not keep the window system waiting.
+    // A timer that a callback registers here is due at a later turn, even with a delay of zero. Otherwise a chain of
+    // zero delays could block the window system.
     void runDue()
     {
         const auto now = Clock::now();
@@ -113,11 +113,12 @@ private:
                 entry->due += entry->interval * ((now - entry->due) / entry->interval + 1);
                 entries.emplace(Key{entry->due, entry->number}, entry);
             }
-            // Before the call: it may run an event loop of its own, in which the others have to go on.
+            // Armed before the call: the callback may run an event loop of its own, and the other timers must go on
+            // there.
             arm();
             if (entry->running)
-                continue;                           // a repetition that opened such a loop is not entered again
-            const auto callback = entry->callback;  // lives on if the call destroys its subscription
+                continue;                           // not again inside its own event loop
+            const auto callback = entry->callback;  // keeps the function alive if the call destroys its subscription
             entry->running = true;
             (*callback)();
             entry->running = false;
@@ -140,15 +141,16 @@ private:
         }
     }
 
-    // With the mutex held.
+    // The mutex must be held.
     void wake()
     {
         if (!std::exchange(wakePending, true))
             QCoreApplication::postEvent(this, new QEvent(QEvent::User));
     }
 
-    // The latest moment at which something becomes due before anything has waited longer than it tolerates: as few
-    // wake-ups as sleeping to the very end of the tolerance, and nothing is late without another that gains.
+    // The latest time at which an entry becomes due before any other entry has exceeded its tolerance. This needs as
+    // few wake-ups as sleeping until the tolerance ends. An entry is called late only if it can then be called together
+    // with another one.
     Clock::time_point nextWake() const
     {
         auto limit = Clock::time_point::max();
@@ -173,7 +175,7 @@ private:
             return;
         }
         const auto sleep = std::clamp(wakeAt - Clock::now(), Clock::duration::zero(), longestSleep);
-        // Rounded up, so that what is waited for is due on waking.
+        // Rounded up, so that the entry is already due when the timer fires.
         timer.start(static_cast<int>(std::chrono::ceil<std::chrono::milliseconds>(sleep).count()), Qt::PreciseTimer,
                     this);
     }
@@ -220,7 +222,7 @@ Seconds QtMainLoop::wallNow() const
 #ifdef __linux__
 namespace {
 
-// A timer of the kernel for a time that does not come, which ends early when the clock is set.
+// A kernel timer for a time that never comes. The kernel ends it early when the clock is set.
 class ClockWatch final : public SubscriptionBase {
 public:
     explicit ClockWatch(std::function<void()> callback)
@@ -234,7 +236,7 @@ public:
             std::uint64_t expirations = 0;
             [[maybe_unused]] const auto got = ::read(descriptor, &expirations, sizeof expirations);
             arm();
-            const auto call = changed;  // lives on if it ends this watch
+            const auto call = changed;  // keeps the function alive if the call ends this watch
             call();
         });
     }
@@ -289,7 +291,8 @@ void QtMainLoop::post(std::function<void()> callback)
 
 void QtMainLoop::terminate()
 {
-    // Posted, so that it also works before the event loop runs and never unwinds a caller's dialog under its feet.
+    // Posted, so that it also works before the event loop runs, and so that a dialog is not ended in the middle of its
+    // caller's work.
     scheduler->post([] { QCoreApplication::exit(0); });
 }
 

@@ -1,4 +1,4 @@
-// Time and the run loop on Qt's event loop. One timer of Qt serves all waits, so that wake-ups are put together.
+// Time and the run loop on Qt's event loop. One Qt timer serves all waits, so that they share wake-ups.
 #pragma once
 
 #include "Ports/MainLoop.h"
@@ -7,7 +7,8 @@
 
 namespace korvane::platform {
 
-// To be made on the main thread once a QCoreApplication exists. Subscriptions may outlive it; their calls then end.
+// Make it on the main thread when a QCoreApplication exists. Subscriptions may outlive the loop; then they are no
+// longer called.
 class QtMainLoop final : public MainLoop {
 public:
     QtMainLoop();
@@ -16,10 +17,10 @@ public:
     Seconds monotonicNow() const override;
     Seconds wallNow() const override;
     [[nodiscard]] Subscription observeClockChanges(std::function<void()> callback) override;
-    // Multiples that passed while the program was held up are left out, not made up for. An interval below a
-    // millisecond counts as one.
+    // Calls that were missed while the program was busy are skipped; they are not made later. An interval below one
+    // millisecond counts as one millisecond.
     [[nodiscard]] Subscription repeat(Seconds interval, Seconds tolerance, std::function<void()> callback) override;
-    // A negative delay counts as none.
+    // A negative delay counts as zero.
     [[nodiscard]] Subscription after(Seconds delay, std::function<void()> callback) override;
     void post(std::function<void()> callback) override;
     // Ends every running event loop at the next turn, with status 0.

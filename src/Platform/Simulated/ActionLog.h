@@ -26,11 +26,11 @@ public:
         if (recording)
             actions.push_back({std::string(name), std::move(arguments)});
     }
-    // Since the beginning or the last take().
+    // The actions since the beginning or since the last take().
     const std::vector<Action> &all() const { return actions; }
-    // The same, and the log is empty afterwards.
+    // Returns the actions and empties the log.
     std::vector<Action> take() { return std::exchange(actions, {}); }
-    // Off for benchmarks, which would otherwise measure the log.
+    // Switch it off for benchmarks, which would otherwise measure the log.
     void setRecording(bool on) { recording = on; }
 
 private:

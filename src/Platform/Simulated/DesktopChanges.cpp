@@ -1,4 +1,4 @@
-// How the simulated desktop changes: by what a test does to it, and on a live one by what the core asked for.
+// How the simulated desktop changes: when a test changes it, and on a live desktop when the core asks for something.
 #include "Platform/Simulated/SimulatedApplications.h"
 
 #include <algorithm>
@@ -17,7 +17,7 @@ void SimulatedApplications::windowsChanged(ProcessNode &process)
     touch(process);
     if (!isLive() || windowNoticePending)
         return;
-    // However many windows changed in one turn, one notice tells of them.
+    // If many windows changed in one turn, one notice is enough.
     windowNoticePending = true;
     loop.post([this, token = std::weak_ptr(alive)] {
         if (token.expired())
@@ -47,7 +47,7 @@ void SimulatedApplications::fill(ProcessNode &process, Process &&content)
         for (Window &window : *content.windows) {
             const auto before = known.find(window.hash);
             WindowPtr entry;
-            // A second window of the same hash is an element of its own that equals the first.
+            // A second window with the same hash becomes an element of its own. It equals the first.
             if (before != known.end() && !process.byHash.contains(window.hash)) {
                 entry = before->second;
                 entry->window = std::move(window);
@@ -224,7 +224,7 @@ void SimulatedApplications::changeWindow(Pid pid, Hash hash, const std::function
     if (!window)
         return;
     change(window->window);
-    window->window.hash = hash;  // a window's identity is not for change
+    window->window.hash = hash;  // a window's identity must not change
     windowsChanged(*node(pid));
 }
 
@@ -294,7 +294,7 @@ bool SimulatedApplications::close(const WindowNode &window)
     window.gone = true;
     const Hash hash = window.hash;
     const Pid pid = window.pid;
-    // The list may hold the last reference to it.
+    // The list may hold the last reference to the window.
     std::erase_if(*owner->windows, [&](const WindowPtr &each) { return each.get() == &window; });
     owner->byHash.erase(hash);
     if (owner->focused == hash) {
@@ -316,7 +316,7 @@ void SimulatedApplications::bringForward(Pid pid, bool allWindows)
     if (!owner.focused)
         refocus(owner);
     if (owner.windows) {
-        // Their order among themselves stays.
+        // Their relative order stays.
         std::vector<WindowPtr> order;
         std::copy_if(owner.windows->begin(), owner.windows->end(), std::back_inserter(order),
                      [&](const WindowPtr &each) {
@@ -365,7 +365,7 @@ void SimulatedApplications::passFocusOn(Pid from)
                 next = window.get();
     }
     if (!next)
-        return;  // the application stays in front without a window
+        return;  // the application stays in front although it has no window
     node(next->pid)->focused = next->hash;
     touch(*node(next->pid));
     setActive(next->pid);

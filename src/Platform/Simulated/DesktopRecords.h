@@ -1,4 +1,4 @@
-// What the simulated desktop consists of, as a test writes it down.
+// What the simulated desktop consists of, in the form that a test writes.
 #pragma once
 
 #include "Ports/Accessibility.h"
@@ -12,8 +12,8 @@
 namespace korvane::platform::simulated {
 
 enum class Behaviour {
-    passive,  // actions are noted and change nothing
-    live,     // actions take effect as on a desktop, and the applications tell of it at the next turn of the loop
+    passive,  // actions are recorded but change nothing
+    live,     // actions take effect as on a desktop, and the applications announce it at the next turn of the loop
 };
 
 enum class CloseButton { works, fails, none };
@@ -21,10 +21,10 @@ enum class CloseButton { works, fails, none };
 struct Window {
     std::uint64_t hash = 0;  // within one application, equal hashes mean the same window
     std::optional<std::string> title;
-    std::optional<platform::Value> identifier;  // text, or a value of another type; absent: no such attribute
+    std::optional<platform::Value> identifier;  // text or a value of another type; absent: no attribute
     std::optional<bool> minimized = false;      // absent: can't be read
     CloseButton closeButton = CloseButton::works;
-    platform::AxStatus readStatus = platform::AxStatus::success;  // anything else is what every read of it gives
+    platform::AxStatus readStatus = platform::AxStatus::success;  // every read returns it if it is anything else
 };
 
 struct Process {
@@ -34,7 +34,7 @@ struct Process {
     platform::ImagePtr icon;
 };
 
-// An element of the dock's tree. What is absent can't be read; what is read need not be text.
+// An element of the dock's tree. An absent value can't be read; a value that can be read need not be text.
 struct DockItem {
     std::optional<platform::Value> title, subrole, statusLabel;
     std::optional<std::vector<DockItem>> children;

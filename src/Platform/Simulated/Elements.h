@@ -23,7 +23,7 @@ public:
     explicit ApplicationNode(platform::Pid owner) : ElementNode(Kind::application, owner) {}
 };
 
-// The handle is constant, what it stands for is not.
+// The handle is constant, but the window it stands for can change.
 class WindowNode final : public ElementNode {
 public:
     WindowNode(platform::Pid owner, Window content)
@@ -32,7 +32,7 @@ public:
 
     mutable Window window;
     mutable bool gone = false;
-    mutable std::uint64_t raised = 0;  // the larger, the nearer to the front
+    mutable std::uint64_t raised = 0;  // the largest number is nearest to the front
     const std::uint64_t hash;
 };
 

@@ -1,4 +1,4 @@
-// The defaults database in memory. It keeps a list of what was written, so that a test can say what an operation saved.
+// The defaults database in memory. It keeps a list of all writes, so that a test can check what an operation saved.
 #pragma once
 
 #include "Ports/Defaults.h"
@@ -12,9 +12,9 @@
 
 namespace korvane::platform::simulated {
 
-// A list or a dictionary that holds something else than text: present, and absent to every reader.
+// A list or a dictionary that holds something other than text. It is present, but every reader sees it as absent.
 struct UnreadableValue {
-    std::string note;  // for the test that put it there
+    std::string note;  // only for the test that put it there
     friend bool operator==(const UnreadableValue &, const UnreadableValue &) = default;
 };
 
@@ -48,9 +48,10 @@ public:
 
     using Values = std::map<std::string, DefaultsValue, std::less<>>;
     const Values &all() const { return values; }
-    // Puts a value there as an earlier run would have, without noting a write.
+    // Stores a value as if an earlier run had written it. It is not recorded as a write.
     void put(std::string key, DefaultsValue value) { values.insert_or_assign(std::move(key), std::move(value)); }
-    // The keys written so far or since the last takeWrites(), in order; "-" and the key for a removal that was asked.
+    // The keys written since the beginning or since the last takeWrites(), in order. A removal is recorded as "-" and
+    // the key.
     std::vector<std::string> takeWrites() { return std::exchange(writes, {}); }
     int synchronizeCount() const { return synchronizations; }
 

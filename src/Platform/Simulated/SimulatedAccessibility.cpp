@@ -10,7 +10,7 @@ using platform::Value;
 
 namespace {
 
-// Every element that comes here was made here.
+// Every element that is passed in here was made here.
 const ElementNode &nodeOf(const Element &element)
 {
     return static_cast<const ElementNode &>(*element);

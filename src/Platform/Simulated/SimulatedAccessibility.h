@@ -26,14 +26,14 @@ public:
     std::uint64_t hash(const Element &element) override;
     std::optional<std::uint64_t> revision(platform::Pid pid) override;
 
-    // Without the permission every read and every action gives noPermission.
+    // Without the permission every read and every action returns noPermission.
     void setTrusted(bool value);
-    // What the user answers to the system's question: from the next one on the permission is there.
+    // The user's answer to the system's question. If true, the next question gives the permission.
     void setGrantsWhenPrompted(bool grants) { grantsWhenPrompted = grants; }
     void setResetResult(ToolResult result) { resetResult = std::move(result); }
-    // Whether revision() answers. At first only a live desktop does.
+    // Whether revision() gives a number. At first it does only on a live desktop.
     void setRevisionsSupported(bool supported) { tellsRevisions = supported; }
-    // Attributes read so far.
+    // How many attributes were read so far.
     std::uint64_t readCount() const { return reads; }
 
 private:

@@ -1,4 +1,4 @@
-// The port and the observers. What changes the desktop stands in DesktopChanges.cpp.
+// The port and the observers. The functions that change the desktop are in DesktopChanges.cpp.
 #include "Platform/Simulated/SimulatedApplications.h"
 
 #include <algorithm>

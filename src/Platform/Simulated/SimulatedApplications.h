@@ -1,4 +1,4 @@
-// The applications of the simulated desktop with their windows, and what becomes of them.
+// The applications of the simulated desktop with their windows, and how they change.
 #pragma once
 
 #include "Platform/Simulated/ActionLog.h"
@@ -27,7 +27,7 @@ public:
     using SessionEvent = platform::SessionEvent;
     using Hash = std::uint64_t;
 
-    // The process whose element tree is the dock's.
+    // The process that owns the dock's element tree.
     static constexpr Pid dockPid = 77;
 
     SimulatedApplications(Behaviour kind, VirtualLoop &mainLoop, ActionLog &actions);
@@ -49,38 +49,38 @@ public:
     [[nodiscard]] platform::Subscription observe(SessionEvent event, std::function<void()> callback) override;
 
     // ------------------------------------------------------------------------------------------------ setting up
-    // Each of these takes place whether the desktop is passive or live; on a live one its applications tell of it. What
-    // names an application or a window that is not there does nothing.
+    // These change a passive desktop as well as a live one; on a live desktop the applications announce the change. A
+    // call does nothing if its application or window does not exist.
 
     void setSelf(Pid pid) { ownPid = pid; }
-    // In place of the application with that pid, else after all others. Windows that were there before and are there
-    // again stay the same windows.
+    // Replaces the application with that pid, or adds the process after all others. Windows that exist before and after
+    // keep their identity.
     void put(Process process);
-    // The process ends.
+    // Ends the process.
     void remove(Pid pid);
     void clear();
-    // Its tree becomes the dock's; absent: there is no such process.
+    // Makes this tree the dock's tree. If absent, there is no dock process.
     void setDock(const std::optional<DockItem> &root);
-    // Makes it the frontmost one, or none.
+    // Makes the application the frontmost one. If absent, no application is in front.
     void setActive(std::optional<Pid> pid);
     void setHidden(Pid pid, bool hidden);
-    // Ended, but still listed for a moment.
+    // The application has ended, but it is still listed for a moment.
     void setTerminated(Pid pid, bool terminated);
-    // What the application says of itself, other than which one it is.
+    // Changes what the application reports about itself. Its pid does not change.
     void changeApplication(Pid pid, const std::function<void(Application &)> &change);
     void setIcon(Pid pid, platform::ImagePtr icon);
-    // A new window at the end of the application's list.
+    // Opens a new window at the end of the application's list.
     void openWindow(Pid pid, Window window);
     void closeWindow(Pid pid, Hash hash);
     void setTitle(Pid pid, Hash hash, std::optional<std::string> title);
     void setMinimized(Pid pid, Hash hash, bool minimized);
     void changeWindow(Pid pid, Hash hash, const std::function<void(Window &)> &change);
     void setFocusedWindow(Pid pid, std::optional<Hash> hash);
-    // A click into the window: it comes to the front and its application becomes the frontmost one.
+    // Simulates a click into the window: it comes to the front and its application becomes the frontmost one.
     void focusWindow(Pid pid, Hash hash);
-    // Every read of the application gives this from now on; success restores it.
+    // From now on every read of the application returns this status; `success` ends it.
     void setReadStatus(Pid pid, platform::AxStatus status);
-    // Of a live desktop, whose applications tell of what happens to them.
+    // The answer of announcesEveryChange(). It is true only on a live desktop, whose applications announce changes.
     void setAnnouncesEveryChange(bool value) { announces = value; }
     void setRefusesAccessory(bool refuses) { refusesAccessory = refuses; }
 
@@ -94,13 +94,13 @@ public:
     std::optional<Hash> focusedWindow(Pid pid) const;
     std::optional<Pid> active() const;
     bool isAccessory() const { return accessory; }
-    // How often the dock's process was asked for, which every scan for badges begins with.
+    // How often the dock's process was requested. Every scan for badges begins with this request.
     int dockQueries() const { return dockQueryCount; }
     std::size_t observerCount() const;
 
     // ------------------------------------------------------------------------------------------------ for the elements
     struct ProcessNode {
-        std::size_t place = 0;  // in the list of the running ones
+        std::size_t place = 0;  // in the list of the running applications
         std::shared_ptr<const ApplicationNode> element;
         std::optional<std::vector<WindowPtr>> windows;
         std::unordered_map<Hash, WindowPtr> byHash;
@@ -110,11 +110,11 @@ public:
         platform::AxStatus readStatus = platform::AxStatus::success;
         std::uint64_t revision = 0;
     };
-    // Null for a dead process.
+    // Null when the process has ended.
     const ProcessNode *process(Pid pid) const;
-    // Answers may have changed for everybody.
+    // Any answer may have changed.
     void touchAll();
-    // What a live desktop does on an action. False when the window or the application is gone.
+    // What a live desktop does on an action. Returns false when the window or the application is gone.
     bool raise(const WindowNode &node);
     bool minimize(const WindowNode &node, bool minimized);
     bool close(const WindowNode &node);
@@ -129,12 +129,12 @@ private:
     const WindowNode *windowNode(Pid pid, Hash hash);
     void fill(ProcessNode &process, Process &&content);
     void touch(ProcessNode &process) { process.revision = ++revisions; }
-    // The application's windows changed: its stamp, and on a live desktop a notice at the next turn.
+    // The application's windows changed. Sets its stamp; on a live desktop also announces it at the next turn.
     void windowsChanged(ProcessNode &process);
     void tell(ApplicationEvent event);
-    // The focus of an application goes to its frontmost window that can be seen.
+    // The focus of an application moves to its frontmost visible window.
     void refocus(ProcessNode &process);
-    // After the frontmost application lost its last visible window: to whoever is next.
+    // Called after the frontmost application lost its last visible window: the next application gets the focus.
     void passFocusOn(Pid from);
     bool hasVisibleWindow(const ProcessNode &process) const;
 
@@ -151,7 +151,7 @@ private:
     bool windowNoticePending = false;
     bool accessory = false, refusesAccessory = false;
     int dockQueryCount = 0;
-    std::shared_ptr<bool> alive = std::make_shared<bool>(true);  // for what is posted
+    std::shared_ptr<bool> alive = std::make_shared<bool>(true);  // for posted calls
 };
 
 }  // namespace korvane::platform::simulated

@@ -1,5 +1,5 @@
-// A whole desktop in memory with virtual time, for tests, cases and benchmarks. Nothing moves by itself: a test sets it
-// up through the parts below, lets time pass with loop.advance(), and looks at what was asked of it in `actions`.
+// A whole desktop in memory with virtual time, for tests, cases and benchmarks. Nothing changes by itself: a test sets
+// it up through the parts below, lets time pass with loop.advance(), and checks in `actions` what the core asked for.
 //
 //     SimulatedDesktop desktop;
 //     desktop.applications.put({.application = {.pid = 7, .localizedName = "Mail"}, .windows = {{{.hash = 1}}}});
@@ -27,7 +27,7 @@ public:
     SimulatedDesktop(const SimulatedDesktop &) = delete;
     SimulatedDesktop &operator=(const SimulatedDesktop &) = delete;
 
-    // References to the parts: the desktop must outlive them.
+    // The platform holds references to the parts, so the desktop must outlive it.
     platform::Platform platform()
     {
         return {loop,      applications, accessibility, windowList, screens, pointer, events,     panels, hotKeys,

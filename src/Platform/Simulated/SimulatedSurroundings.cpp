@@ -114,7 +114,7 @@ platform::Subscription SimulatedHotKeys::add(const platform::HotKey &key)
         std::weak_ptr<std::vector<platform::HotKey>> keys;
         std::uint32_t id;
     };
-    // A key that another program holds is a subscription like any other, only that it never calls.
+    // If another program holds the key, this is still a normal subscription, but its handler is never called.
     if (taken.contains({key.keyCode, key.modifiers}))
         return std::make_unique<platform::SubscriptionBase>();
     keys->push_back(key);

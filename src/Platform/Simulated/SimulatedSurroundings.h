@@ -1,4 +1,4 @@
-// What stands around the windows of the simulated desktop: screens, pointer, panels, keys, launching, pictures, alerts.
+// What surrounds the windows of the simulated desktop: screens, pointer, panels, keys, launching, pictures, alerts.
 #pragma once
 
 #include "Platform/Simulated/ActionLog.h"
@@ -35,8 +35,8 @@ public:
     explicit SimulatedWindowList(const SimulatedApplications &owner) : applications(owner) {}
 
     std::optional<Windows> onScreen() override;
-    // Answers this from now on; absent: the server does not answer. Before that, a live desktop lists its windows and
-    // a passive one lists nothing.
+    // From now on this is the answer; absent: the server does not answer. Without this call, a live desktop lists its
+    // windows and a passive one lists nothing.
     void set(std::optional<Windows> windows) { fixed = std::move(windows); }
 
 private:
@@ -53,10 +53,11 @@ public:
     platform::Rect displayBounds(std::uint32_t number) override;
     [[nodiscard]] platform::Subscription observeChanges(std::function<void()> callback) override;
 
-    // Replaces the screens, one of 1440 × 900 at first. The observers are told at the next turn of the loop.
+    // Replaces the screens. At first there is one screen of 1440 × 900. The observers are told at the next turn of the
+    // loop.
     void set(std::vector<platform::Screen> list);
     void setMain(std::size_t index) { mainIndex = index; }
-    // From the top-left coordinates of displays to the bottom-left ones of the desktop, and back.
+    // Converts the displays' top-left coordinates to the desktop's bottom-left coordinates, and back.
     platform::Point flipped(platform::Point point) const;
 
 private:
@@ -80,7 +81,7 @@ private:
     platform::Point place;
 };
 
-// What the person's hand does is told at the next turn of the loop.
+// What the person does with the mouse. Observers are told at the next turn of the loop.
 class SimulatedEvents final : public platform::Events {
 public:
     explicit SimulatedEvents(VirtualLoop &mainLoop) : loop(mainLoop) {}
@@ -95,9 +96,9 @@ public:
     }
 
     void press();
-    // Those who wait for a motion hear of this one and of no other.
+    // Tells the observers who wait for a motion. Each of them is told once.
     void move();
-    // Whether the system tells of motions at all.
+    // Whether the system reports motions at all.
     void setTellsMotion(bool tells) { tellsMotion = tells; }
     std::size_t waitingForMotion() const { return motions->count(); }
     std::size_t watchingPresses() const { return presses->count(); }
@@ -143,8 +144,8 @@ public:
     // A compositor comes or goes; the observers are told at the next turn of the loop.
     void setTranslucencyAvailable(bool available);
     std::map<platform::NativeView, platform::PanelTraits> applied;
-    std::vector<platform::NativeView> orderedFront;  // in the order of asking
-    platform::NativeView key = 0;                    // the panel that was given the keyboard last
+    std::vector<platform::NativeView> orderedFront;  // in the order of the requests
+    platform::NativeView key = 0;                    // the panel that last got the keyboard
     int translucencyReads = 0;
     std::map<platform::NativeView, platform::PanelShape> shapes;
     std::map<platform::NativeView, bool> ignoring;
@@ -163,7 +164,8 @@ public:
     [[nodiscard]] platform::Subscription install(std::function<void(std::uint32_t id)> handler) override;
     [[nodiscard]] platform::Subscription add(const platform::HotKey &key) override;
 
-    // The person presses the key of that id; the handler is told at the next turn. False when nobody holds such a key.
+    // The person presses the key with that id. The handler is called at the next turn. Returns false when nobody holds
+    // the key.
     bool press(std::uint32_t id);
     // Another program holds the key from now on.
     void take(std::uint32_t keyCode, std::uint32_t modifiers) { taken.insert({keyCode, modifiers}); }
@@ -183,7 +185,7 @@ public:
     std::optional<std::string> enable() override;
 
     void setEnabled(bool enabled) { present = enabled; }
-    // What enable() fails with from now on; absent: it succeeds.
+    // From now on enable() fails with this text; absent: it succeeds.
     void setError(std::optional<std::string> text) { error = std::move(text); }
 
 private:
@@ -197,16 +199,16 @@ public:
 
     std::optional<std::string> applicationPath(std::string_view bundleIdentifier) override;
     std::optional<std::string> bundleIdentifier(std::string_view applicationPath) override;
-    // On a live desktop an application that runs comes to the front, an installed one starts with one window.
+    // On a live desktop, a running application comes to the front, and an installed one starts with one window.
     void openApplication(std::string_view applicationPath, bool activates) override;
     bool openUrl(std::string_view url) override;
 
     void install(std::string bundleIdentifier, std::string path);
     void uninstallAll();
-    // The addresses of that scheme open; at first those of the web and of the settings do.
+    // From now on addresses with that scheme open. At first only those of the web and of the settings do.
     void addScheme(std::string scheme) { schemes.insert(std::move(scheme)); }
     void removeAllSchemes() { schemes.clear(); }
-    // How often the application there was opened, running or not.
+    // How often the application at that path was opened, whether it was running or not.
     int openCount(std::string_view path) const;
     int openedUrlCount() const { return openedUrls; }
 
@@ -227,7 +229,7 @@ public:
     platform::ImagePtr ownIcon() override { return own; }
     platform::ImagePtr symbol(std::string_view name) override;
     void addSymbol(const std::string &name);
-    // A picture of one colour that the text chooses: different texts rarely look alike.
+    // A picture of one colour that depends on the text. Different texts rarely give the same colour.
     static platform::ImagePtr picture(std::string_view text, int side = 16);
 
 private:
@@ -235,7 +237,7 @@ private:
     std::map<std::string, platform::ImagePtr, std::less<>> symbols;
 };
 
-// Outputs with a volume by element; none at first.
+// Audio outputs with a volume for each element; at first there are none.
 class SimulatedAudio final : public platform::AudioProperties {
 public:
     explicit SimulatedAudio(VirtualLoop &mainLoop) : loop(mainLoop) {}
@@ -260,7 +262,7 @@ public:
         return observers->add(std::move(callback));
     }
 
-    // After a change from outside; the observers are told at the next turn.
+    // Call this after a change from outside. The observers are told at the next turn.
     void announceChange()
     {
         loop.post([told = observers] { told->notify(); });
@@ -288,7 +290,7 @@ public:
         return true;
     }
 
-    std::optional<float> level;  // absent: nothing to set
+    std::optional<float> level;  // absent: there is no level that can be set
 };
 
 class SimulatedDialogs final : public platform::Dialogs {
@@ -303,10 +305,10 @@ public:
         panels.push_back({initial, std::move(changed)});
     }
 
-    // What every alert answers for which nothing is queued: 1000 at first, the first button.
+    // The answer of every alert that has no queued answer. At first it is 1000, the first button.
     void setResponse(int response) { usual = response; }
     void queueResponse(int response) { queued.push_back(response); }
-    // Runs while an alert is open, for what happens behind it.
+    // The callback runs while an alert is open. A test uses it for changes behind the alert.
     void setWhileOpen(std::function<void(const platform::Alert &)> callback) { whileOpen = std::move(callback); }
 
     struct Shown {
@@ -316,9 +318,9 @@ public:
     const std::vector<Shown> &shown() const { return alerts; }
     struct ColorPanel {
         std::optional<platform::Rgb> initial;
-        std::function<void(const platform::Rgb &)> changed;  // of the panel that is open, the last one
+        std::function<void(const platform::Rgb &)> changed;  // belongs to the open panel, which is the last one
     };
-    // In the order of asking.
+    // In the order of the requests.
     const std::vector<ColorPanel> &colorPanels() const { return panels; }
 
 private:

@@ -8,10 +8,11 @@ namespace korvane::platform::simulated {
 namespace {
 
 constexpr double ticksPerSecond = 1e6;
-// The first minute of 2026: any moment does, as long as each run has the same one.
+// The first minute of 2026. Any moment would do if every run uses the same one.
 constexpr double firstWallTime = 1767225600;
 
-// Upwards, since a delay is never cut short; but not for what a decimal fraction lacks in binary.
+// Rounded up, because a delay is never shortened. The small subtraction allows for the error of decimal fractions in
+// binary.
 std::int64_t ticks(platform::Seconds duration)
 {
     return static_cast<std::int64_t>(std::ceil(std::max(0.0, duration.count()) * ticksPerSecond - 1e-3));
@@ -23,7 +24,7 @@ struct VirtualLoop::State {
     std::int64_t now = 0;
     std::uint64_t created = 0;
     Timers timers;
-    std::unordered_map<std::uint64_t, std::int64_t> dueTimes;  // by order of creation
+    std::unordered_map<std::uint64_t, std::int64_t> dueTimes;  // by the order of creation
 };
 
 class VirtualLoop::Registration final : public platform::SubscriptionBase {
@@ -81,7 +82,7 @@ platform::Subscription VirtualLoop::schedule(std::int64_t delay, std::int64_t in
 
 platform::Subscription VirtualLoop::repeat(Seconds interval, Seconds, std::function<void()> callback)
 {
-    // An interval of nothing would never let the time pass.
+    // With an interval of zero the time would never pass.
     const std::int64_t length = std::max<std::int64_t>(1, ticks(interval));
     return schedule(length, length, std::move(callback));
 }
@@ -130,7 +131,7 @@ void VirtualLoop::advance(Seconds duration)
     const std::int64_t end = state->now + ticks(duration);
     while (fireNext(end)) {
     }
-    // A call that let time pass itself may have gone beyond the end.
+    // A callback that advanced the time itself may have gone past the end.
     state->now = std::max(state->now, end);
 }
 

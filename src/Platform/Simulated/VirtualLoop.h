@@ -1,5 +1,5 @@
-// A run loop whose time stands still until it is told to pass. Whole microseconds inside, so that many small steps end
-// exactly where one large step does.
+// A run loop whose time stands still until a test advances it. It counts whole microseconds, so that many small steps
+// end exactly where one large step does.
 #pragma once
 
 #include "Ports/MainLoop.h"
@@ -23,7 +23,7 @@ public:
 
     Seconds monotonicNow() const override;
     Seconds wallNow() const override;
-    // The tolerance is ignored: every call is punctual.
+    // The tolerance is ignored: every call comes at its exact time.
     [[nodiscard]] platform::Subscription repeat(Seconds interval, Seconds tolerance,
                                                 std::function<void()> callback) override;
     [[nodiscard]] platform::Subscription after(Seconds delay, std::function<void()> callback) override;
@@ -34,22 +34,24 @@ public:
     void post(std::function<void()> callback) override;
     void terminate() override { hasTerminated = true; }
 
-    // Lets that much time pass: everything that falls due up to and including the end is called in order of time, and
-    // at one time in order of creation. Posted calls come before the timers of each moment.
+    // Lets that much time pass. Calls everything that is due up to and including the end, in order of time. Callbacks
+    // that are due at the same time are called in the order of creation. At each moment, posted calls come before
+    // timers.
     void advance(Seconds duration);
-    // Serves the posted calls, also those that they post, without letting time pass.
+    // Runs the posted calls, and also those that they post. No time passes.
     void runPosted();
-    // Advances from one due time to the next until the condition holds; false when it does not within the limit.
+    // Advances from one due time to the next until the condition is true. Returns false when it is not true within the
+    // limit.
     bool runUntil(const std::function<bool()> &condition, Seconds limit);
 
     bool terminated() const { return hasTerminated; }
-    // Timers and delays that wait.
+    // The number of waiting timers and delays.
     std::size_t pendingTimers() const;
     bool hasPosted() const { return !posted.empty(); }
-    // Moves the wall clock, as a person or a time server does; elapsed time is not touched. Told at
-    // the next turn.
+    // Sets the wall clock, as a person or a time server does. Elapsed time does not change. Observers are told at the
+    // next turn.
     void setWallNow(Seconds sinceEpoch);
-    // From now on nobody can observe the clock, as on a system that does not tell.
+    // From now on nobody can observe the clock, as on a system that does not report clock changes.
     void keepClockChangesSecret() { tellsOfTheClock = false; }
 
 private:
@@ -63,7 +65,7 @@ private:
     struct State;
 
     platform::Subscription schedule(std::int64_t delay, std::int64_t interval, std::function<void()> callback);
-    // Serves the earliest timer due by then; false when there is none.
+    // Runs the earliest timer that is due by then. Returns false when there is none.
     bool fireNext(std::int64_t limit);
 
     std::shared_ptr<State> state;

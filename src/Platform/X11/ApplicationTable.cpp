@@ -55,7 +55,7 @@ std::optional<ApplicationEvent> ApplicationTable::apply(const MirrorChanges &cha
         if (const auto hiding = updateHiding(*find(pid)); hiding && event == ApplicationEvent::activated)
             event = hiding;
     }
-    // Which window has the focus may also follow from a dialog that came, went or changed its owner.
+    // The task with the focus may also change when a dialog comes, goes or changes its owner.
     if (changes.active || changes.structure) {
         const auto previous = std::pair(activeTask, activePid);
         const Pid previousPid = activePid;
@@ -82,7 +82,7 @@ std::optional<ApplicationEvent> ApplicationTable::apply(const MirrorChanges &cha
     return event;
 }
 
-// Answers whether an application's tasks, or what is told of it, came out different.
+// Returns whether the application's tasks or its data have changed.
 bool ApplicationTable::regroup(std::optional<ApplicationEvent> &event)
 {
     const FindWindow find = [this](WindowId id) { return mirror.find(id); };
@@ -131,7 +131,7 @@ bool ApplicationTable::regroup(std::optional<ApplicationEvent> &event)
     return different;
 }
 
-// What the first window says stands for the application. Answers whether anything came out different.
+// The first window describes the application. Returns whether anything has changed.
 bool ApplicationTable::describe(Pid pid, ApplicationEntry &entry)
 {
     const Application previous = entry.snapshot;
@@ -258,8 +258,8 @@ void ApplicationTable::findActive()
     activePid = owner ? owner->pid : 0;
 }
 
-// An application is hidden once all its windows are minimised, and no longer when any of them is shown by whatever
-// road.
+// An application is hidden when all its windows are minimised. It is no longer hidden when any of its windows is shown,
+// for whatever reason.
 std::optional<ApplicationEvent> ApplicationTable::updateHiding(ApplicationEntry &entry)
 {
     if (entry.hiddenWindows.empty())

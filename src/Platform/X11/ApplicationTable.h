@@ -1,4 +1,4 @@
-// The applications of the desktop: the mirror's windows by process, with what the installed applications tell of them.
+// The applications of the desktop: the mirror's windows by process, with the data of the installed applications.
 #pragma once
 
 #include "Platform/Linux/ApplicationCatalogue.h"
@@ -18,29 +18,29 @@ struct ApplicationEntry {
     Application snapshot;
     WindowOrigin origin;
     std::string iconName;
-    std::optional<ImagePtr> icon;  // absent until asked for
-    bool iconIsOfWindow = false;   // and not of what is installed
+    std::optional<ImagePtr> icon;  // absent until it is requested
+    bool iconIsOfWindow = false;   // the icon comes from a window and not from the installed application
     std::uint64_t revision = 0;
-    std::vector<WindowId> hiddenWindows;  // those that hiding minimised, and showing again has to restore
+    std::vector<WindowId> hiddenWindows;  // windows that hiding has minimised and that unhiding has to restore
 };
 
 class ApplicationTable {
 public:
     ApplicationTable(PropertyMirror &mirror, ApplicationCatalogue &catalogue);
 
-    // Takes a change over; the event that stands for it, or absent when nobody can see a difference.
+    // Applies a change. Returns the event that stands for it; absent when nobody can see a difference.
     std::optional<ApplicationEvent> apply(const MirrorChanges &changes);
 
-    // Those with tasks, by their first window, and this process; then those without windows whose application has none
-    // under another process either.
+    // First the applications with tasks, in the order of their first windows, and this process. Then processes without
+    // windows, if their application has no windows in another process either.
     const std::vector<Application> &running();
-    // Null for a process without windows; one that has only docks or the like is found.
+    // Null for a process without windows. A process that has only docks or similar windows is found.
     ApplicationEntry *find(Pid pid);
-    // In place of those that were set before. The event that stands for the difference, or absent.
+    // Replaces the badged processes. Returns the event that stands for the difference; absent when there is none.
     std::optional<ApplicationEvent> setBadged(std::vector<BadgedProcess> processes);
-    // Null for a process that is none of them.
+    // Null when the process shows no badge.
     const BadgedProcess *badged(Pid pid) const;
-    // Asks the catalogue anew once it has changed. Answers whether anything came out different since the last call.
+    // Asks the catalogue again if it has changed. Returns whether any result differs since the last call.
     bool takeIdentityChange();
     [[nodiscard]] Subscription observeCatalogue(std::function<void()> callback)
     {
@@ -48,7 +48,7 @@ public:
     }
     // The process that has the focus; 0 without one.
     Pid focusedPid() const { return activePid; }
-    // The task that has the focus, itself or by one of its dialogs; 0 without one.
+    // The task that has the focus, or whose dialog has it; 0 without one.
     WindowId focusedTask() const { return activeTask; }
 
     bool minimized(const ApplicationEntry &entry) const;

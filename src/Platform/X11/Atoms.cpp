@@ -3,7 +3,7 @@
 namespace korvane::platform::x11 {
 namespace {
 
-// In the order of the enumeration.
+// These are in the order of the enumeration.
 constexpr std::array<std::string_view, atomCount> texts{
     "_NET_SUPPORTED",
     "_NET_SUPPORTING_WM_CHECK",

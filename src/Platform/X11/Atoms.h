@@ -1,4 +1,4 @@
-// The names that the backend and the window managers share, known by number once per connection.
+// The names that the backend and the window managers share. Their numbers are requested once per connection.
 #pragma once
 
 #include <array>
@@ -10,7 +10,7 @@
 namespace korvane::platform::x11 {
 
 enum class Atom : std::uint8_t {
-    // Of the root window.
+    // Properties of the root window.
     netSupported,
     netSupportingWmCheck,
     netClientList,
@@ -19,7 +19,7 @@ enum class Atom : std::uint8_t {
     netCurrentDesktop,
     netCloseWindow,
     netRestackWindow,
-    // Of a window.
+    // Properties of a window.
     netWmName,
     netWmPid,
     netWmDesktop,
@@ -64,14 +64,14 @@ enum class Atom : std::uint8_t {
     utf8String,
     string,
     compoundText,
-    // The backend's own.
+    // Names that only the backend uses.
     serverTime,
     count,
 };
 
 constexpr auto atomCount = static_cast<std::size_t>(Atom::count);
 
-// The name as the server knows it.
+// The name in the form that the server knows.
 std::string_view atomName(Atom atom);
 
 class Atoms {
@@ -80,7 +80,7 @@ public:
     explicit Atoms(const std::array<std::uint32_t, atomCount> &numbers);
 
     std::uint32_t operator[](Atom atom) const { return numbers[static_cast<std::size_t>(atom)]; }
-    // Absent for a number that none of our names has.
+    // Absent when none of our names has that number.
     std::optional<Atom> named(std::uint32_t number) const;
 
 private:

@@ -5,7 +5,7 @@
 namespace korvane::platform::x11 {
 namespace {
 
-// Which of several events stands for them all.
+// If there are several events, the one with the largest weight stands for all.
 int weight(ApplicationEvent event)
 {
     switch (event) {

@@ -1,4 +1,5 @@
-// Passes changes on: the first after a quiet moment at once, those that follow together, at most once a frame.
+// Passes changes on. The first change after a quiet moment is passed on at once; later ones are collected, for one
+// frame.
 #pragma once
 
 #include "Ports/Applications.h"
@@ -13,10 +14,10 @@ constexpr Seconds frameTime{0.016};
 
 class ChangeDelivery {
 public:
-    // `deliver` is told the one event that stands for all that has changed since the last time.
+    // `deliver` gets one event that stands for all changes since its last call.
     ChangeDelivery(MainLoop &loop, std::function<void(ApplicationEvent)> deliver);
 
-    // To be called from the run loop.
+    // Call it from the run loop only.
     void add(ApplicationEvent event);
 
 private:

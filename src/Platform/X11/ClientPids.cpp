@@ -11,7 +11,7 @@
 namespace korvane::platform::x11 {
 namespace {
 
-// Below what stands for anything else.
+// Smaller than any number that has another meaning.
 constexpr Pid firstSynthetic = -1000;
 
 std::string ownMachine()

@@ -1,4 +1,4 @@
-// The process behind a window: as the server knows it, else as the window tells, else a number made up for the client.
+// The process behind a window: the server's answer, otherwise the window's own claim, otherwise a made-up number.
 #pragma once
 
 #include "Platform/X11/Connection.h"
@@ -14,12 +14,12 @@ class ClientPids {
 public:
     explicit ClientPids(Connection &connection);
 
-    // Has the server's answer ready for these windows, which are held; asks once per client, and for all of them
-    // together.
+    // Gets the server's answer for these windows; each of them must be held. Asks once for each client, and for all
+    // clients together.
     void prepare(const std::vector<WindowId> &windows);
-    // Positive for a process on this machine, else negative and the same for all windows of that client.
+    // Positive for a process on this machine, otherwise negative. All windows of one client have the same number.
     Pid of(const WindowRecord &window) const;
-    // A client's number goes to another client once it has ended, so the answer is kept as long as a window is held.
+    // When a client ends, its number is given to another client. So the answer is kept only while a window is held.
     void hold(WindowId window) { ++clients[client(window)].windows; }
     void release(WindowId window);
 
@@ -32,7 +32,7 @@ private:
     struct Client {
         int windows = 0;
         bool asked = false;
-        Pid pid = 0;  // 0 where the server does not know
+        Pid pid = 0;  // 0 when the server does not know it
     };
     std::unordered_map<std::uint32_t, Client> clients;
 };

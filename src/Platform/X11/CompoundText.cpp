@@ -10,11 +10,11 @@ namespace {
 constexpr char escape = '\x1b';
 
 struct CharacterSet {
-    std::string encoding;  // as the system's converter calls it; empty for one that is not known
+    std::string encoding;  // the name in the system's converter; empty if the character set is unknown
     bool twoBytes = false;
 };
 
-// 96 characters in the upper half: the parts of ISO 8859 by their final byte.
+// Character sets with 96 characters in the upper half: the parts of ISO 8859 by their final byte.
 CharacterSet upperHalf(char final)
 {
     switch (final) {
@@ -86,7 +86,7 @@ public:
     }
 
 private:
-    // Bytes up to the next announcement that lie in the same half.
+    // The bytes in the same half, up to the next announcement.
     std::string segment()
     {
         const bool upper = (rest.front() & 0x80) != 0;
@@ -104,7 +104,7 @@ private:
         return converted(std::move(bytes), set.encoding);
     }
 
-    // Intermediate bytes, then a final one.
+    // An announcement has intermediate bytes and then a final byte.
     std::string announcement()
     {
         rest.remove_prefix(1);
@@ -144,7 +144,7 @@ private:
         return text;
     }
 
-    // Its length stands in two bytes of seven bits.
+    // The length is in two bytes with seven bits each.
     void skipExtended()
     {
         if (rest.size() < 2) {

@@ -1,4 +1,4 @@
-// The oldest encoding of titles in several scripts: segments in the character sets that escape sequences announce.
+// The oldest encoding of titles in several scripts: segments of text. Escape sequences announce their character sets.
 #pragma once
 
 #include <string>
@@ -6,7 +6,7 @@
 
 namespace korvane::platform::x11 {
 
-// UTF-8; segments in a character set that nobody uses any more are left out.
+// Returns UTF-8. Segments in a character set that nobody uses any more are left out.
 std::string compoundTextToUtf8(std::string_view bytes);
 
 }  // namespace korvane::platform::x11

@@ -78,7 +78,7 @@ void Connection::findExtensions()
     const auto *monitors = xcb_get_extension_data(handle, &xcb_randr_id);
     const auto *saver = xcb_get_extension_data(handle, &xcb_screensaver_id);
     const auto present = [](const xcb_query_extension_reply_t *extension) { return extension && extension->present; };
-    // The server answers a client's requests of an extension only after it was told the client's version.
+    // The server answers requests of an extension only after the client has told its version.
     if (present(resources)) {
         const Reply<xcb_res_query_version_reply_t> version{
             xcb_res_query_version_reply(handle, xcb_res_query_version(handle, 1, 2), nullptr)};
@@ -109,7 +109,7 @@ xcb_atom_t Connection::intern(const std::string &name)
 
 void Connection::handleEvent(const xcb_generic_event_t &event)
 {
-    // Type 0 is the failure of a request that nobody waits for: its window went away meanwhile.
+    // Type 0 is the error of a request without a reply: its window was destroyed in the meantime.
     if (typeOf(event) == 0)
         return;
     for (std::size_t i = 0; i < listeners.size(); ++i)

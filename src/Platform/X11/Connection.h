@@ -1,5 +1,5 @@
-// The backend's own connection to the X server. It is apart from the view toolkit's, so that what each listens to, and
-// what goes wrong, stays apart.
+// The backend's own connection to the X server. It is separate from the view toolkit's connection, so that the events
+// and the errors of one do not affect the other.
 #pragma once
 
 #include "Platform/X11/Atoms.h"
@@ -14,7 +14,7 @@
 
 namespace korvane::platform::x11 {
 
-// Hears every event of the connection.
+// Receives every event of the connection.
 class EventListener {
 public:
     EventListener() = default;
@@ -23,11 +23,11 @@ public:
     virtual ~EventListener() = default;
 
     virtual void handle(const xcb_generic_event_t &event) = 0;
-    // No event is waiting any more; the place to ask the server again for all that has changed, at once.
+    // Called when no event is waiting any more. Here all changes can be requested from the server at once.
     virtual void settle() {}
 };
 
-// The type of an event without the bit that tells it was sent by another client.
+// The type of an event, without the bit that marks events from other clients.
 inline int typeOf(const xcb_generic_event_t &event)
 {
     return event.response_type & 0x7f;
@@ -35,25 +35,25 @@ inline int typeOf(const xcb_generic_event_t &event)
 
 class Connection {
 public:
-    // Null when the display can't be opened. An empty name is that of the environment. When the server goes away later,
-    // the loop is told to end.
+    // Null when the display can't be opened. An empty name means the display in the environment. When the server goes
+    // away later, the loop is told to end.
     static std::unique_ptr<Connection> open(const std::string &display, MainLoop &loop);
     ~Connection();
     Connection(const Connection &) = delete;
     Connection &operator=(const Connection &) = delete;
 
-    // What the server can do beyond the core; an event number is 0 when it can't.
+    // The extensions of the server. An event number is 0 when the extension is missing.
     struct Extensions {
-        bool clientIds = false;  // telling the process of a window
+        bool clientIds = false;  // the server can tell the process of a window
         std::uint8_t selectionEvent = 0, monitorEvent = 0, saverEvent = 0;
     };
 
     operator xcb_connection_t *() const { return handle; }
     xcb_window_t root() const { return screen->root; }
-    // A window of our own that is never shown.
+    // A window of this connection that is never shown.
     xcb_window_t ownWindow() const { return window; }
-    // The root window and those that this connection has made. They report here what everything else rests on, so
-    // nobody who follows the windows of other programs may change what they report.
+    // True for the root window and the windows that this connection has made. All other code depends on the events of
+    // these windows, so the code that follows other programs' windows must not change which events they send.
     bool isOurs(xcb_window_t candidate) const
     {
         const auto mask = setup().resource_id_mask;
@@ -65,19 +65,19 @@ public:
     const Extensions &extensions() const { return found; }
     const Atoms &atoms() const { return known; }
     xcb_atom_t operator[](Atom atom) const { return known[atom]; }
-    // The number of a name outside the table; asks the server.
+    // The number of a name that is not in the table. It asks the server.
     xcb_atom_t intern(const std::string &name);
 
-    // Listeners are told in the order of joining and outlive the connection's use of them.
+    // Listeners are called in the order in which they joined. They live longer than the connection uses them.
     void join(EventListener &listener);
     void leave(EventListener &listener);
 
-    // Tells the window manager about a window.
+    // Sends the window manager a message about a window.
     void tellManager(xcb_window_t about, Atom message, const std::array<std::uint32_t, 5> &data);
-    // Adds to what the root window reports to us.
+    // Adds events to those that the root window sends us.
     void watchRoot(std::uint32_t mask);
     void unwatchRoot(std::uint32_t mask);
-    // Waits until the server has done all that was asked of it.
+    // Waits until the server has processed all requests.
     void finish();
 
 private:

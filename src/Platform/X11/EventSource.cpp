@@ -7,7 +7,7 @@
 
 namespace korvane::platform::x11 {
 
-// The loop allocates this in C, so the part with constructors is made in place.
+// GLib allocates this as C memory, so the member with a constructor is constructed in place.
 struct EventSource::State {
     GSource base;
     xcb_connection_t *connection;
@@ -33,7 +33,7 @@ struct EventSource::Functions {
         *timeout = -1;
         if (!state.descriptor)
             return FALSE;
-        // Requests that were made since the last turn leave together here.
+        // All requests since the last turn are sent together here.
         xcb_flush(state.connection);
         return hasNext(state) || xcb_connection_has_error(state.connection) ? TRUE : FALSE;
     }
@@ -49,7 +49,7 @@ struct EventSource::Functions {
     static gboolean dispatch(GSource *source, GSourceFunc, gpointer)
     {
         State &state = of(source);
-        // A callback may end the backend; the memory stays until this function returns.
+        // A callback may destroy the backend, but this memory must stay until the function returns.
         g_source_ref(source);
         while (!state.closed) {
             auto *event = state.next ? state.next : xcb_poll_for_event(state.connection);
@@ -62,7 +62,7 @@ struct EventSource::Functions {
         if (!state.closed)
             state.calls.drained();
         if (!state.closed && state.descriptor && xcb_connection_has_error(state.connection)) {
-            // A dead descriptor is always ready: the loop would spin on it.
+            // A dead descriptor is always ready, so the loop would never sleep.
             g_source_remove_unix_fd(source, state.descriptor);
             state.descriptor = nullptr;
             state.calls.lost();
@@ -90,7 +90,7 @@ EventSource::EventSource(xcb_connection_t *connection, Calls calls)
     state->closed = false;
     new (&state->calls) Calls(std::move(calls));
     state->descriptor = g_source_add_unix_fd(source, xcb_get_file_descriptor(connection), G_IO_IN);
-    // Menus and alerts run loops of their own inside a callback; windows go on changing meanwhile.
+    // Menus and alerts run loops of their own inside a callback, and windows change during that time too.
     g_source_set_can_recurse(source, TRUE);
     g_source_set_name(source, "korvane-x11");
     g_source_attach(source, nullptr);

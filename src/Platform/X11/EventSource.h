@@ -1,5 +1,5 @@
-// Wakes the run loop for the X connection: for bytes on its descriptor, and for events that the library has already
-// read while it waited for a reply, when the descriptor stays silent.
+// Wakes the run loop for the X connection: for new bytes on its descriptor, and for events that the library already
+// read while it waited for a reply. For those events the descriptor does not wake.
 #pragma once
 
 #include <functional>
@@ -9,7 +9,7 @@ namespace korvane::platform::x11 {
 
 class EventSource {
 public:
-    // `event` is called for each event in its order, `drained` once none is left, `lost` once when the server is gone.
+    // `event` is called for each event in order, `drained` when no event is left, `lost` once when the server is gone.
     struct Calls {
         std::function<void(const xcb_generic_event_t &)> event;
         std::function<void()> drained, lost;
@@ -23,7 +23,7 @@ public:
 private:
     struct State;
     struct Functions;
-    State *state;  // lives in the loop's source, which counts its users
+    State *state;  // belongs to the loop's source, which counts references
 };
 
 }  // namespace korvane::platform::x11

@@ -59,7 +59,7 @@ Point DesktopSpace::location(int x, int y) const
 
 std::pair<int, int> DesktopSpace::pixel(Point display) const
 {
-    // Places that no server has would overflow what a request can carry.
+    // A place far outside of any server's range would overflow the request's field.
     const auto bounded = [](double value) {
         return static_cast<int>(std::clamp(std::floor(value), -32768.0, 32767.0));
     };

@@ -1,4 +1,4 @@
-// What the system tells of a process.
+// What the system reports about a process.
 #pragma once
 
 #include "Ports/Applications.h"
@@ -8,7 +8,7 @@
 
 namespace korvane::platform::x11 {
 
-// Empty when the process is gone or another user's.
+// Empty when the process is gone or belongs to another user.
 std::string executableOf(Pid pid);
 std::optional<std::string> processName(Pid pid);
 

@@ -62,7 +62,7 @@ PropertyMirror::Entry *PropertyMirror::entry(WindowId window)
     return known == entries.end() ? nullptr : &known->second;
 }
 
-// Events first, questions after: no change falls between them.
+// Events are selected before the properties are read, so that no change is missed in between.
 PropertyMirror::Entry &PropertyMirror::track(WindowId window)
 {
     Entry &one = entries[window];
@@ -141,7 +141,7 @@ void PropertyMirror::handleProperty(const xcb_property_notify_event_t &event)
     if (atom == Atom::netWmIcon)
         found.icons.push_back(event.window);
     const auto property = propertyOf(atom);
-    // Most programs write both titles; the older one is not worth a round trip while the newer one is there.
+    // Most programs write both titles. While the newer one exists, the older one is not worth a round trip.
     if (property && !(property == Property::legacyName && one->record.hasName))
         mark(event.window, *one, only(*property));
 }
@@ -166,7 +166,7 @@ void PropertyMirror::handleRootProperty(xcb_atom_t property)
     }
 }
 
-// Without a manager the root's own children are watched.
+// Without a window manager, the root window's children are watched.
 void PropertyMirror::handleTree(const xcb_generic_event_t &event)
 {
     WindowId window = XCB_NONE;
@@ -196,7 +196,8 @@ void PropertyMirror::handleTree(const xcb_generic_event_t &event)
 
 void PropertyMirror::settle()
 {
-    // A round may show windows that are read in the next one; more than a few rounds would be a fault of ours.
+    // One round may find windows that the next round has to read. More than a few rounds would be an error in this
+    // class.
     for (int round = 0; round < 8 && (dirtyRoot() || !dirtyWindows.empty()); ++round) {
         if (std::exchange(rootDirty.manager, false))
             readManager();
@@ -205,7 +206,7 @@ void PropertyMirror::settle()
         else
             readTree();
         readWindows();
-        // A dead connection answers nothing, which does not mean that the windows are gone.
+        // A dead connection answers nothing. This does not mean that the windows are gone.
         if (xcb_connection_has_error(connection))
             return;
     }

@@ -1,5 +1,5 @@
-// Every window of the desktop as it is known here, kept current by what the server reports, so that nobody who reads
-// has to ask the server. A change costs one round trip for all that was reported since the loop last waited.
+// A copy of the properties of every window on the desktop. The server's events keep it current, so that readers need
+// not ask the server. All changes since the loop last waited cost one round trip together.
 #pragma once
 
 #include "Platform/X11/ClientPids.h"
@@ -13,11 +13,11 @@
 
 namespace korvane::platform::x11 {
 
-// What a round of reading has found different.
+// What has changed in one round of reading.
 struct MirrorChanges {
     bool structure = false;  // which windows there are, or what they are
     bool active = false;
-    bool manager = false;           // one came or went
+    bool manager = false;           // a window manager came or went
     std::vector<WindowId> content;  // windows with another title, role or state
     std::vector<WindowId> icons;
 };
@@ -27,21 +27,21 @@ public:
     PropertyMirror(Connection &connection, MainLoop &loop);
     ~PropertyMirror() override;
 
-    // Told after each round that changed anything; nothing may be told before it is set.
+    // `observer` is called after each round that changed anything. It must be set before the first change is reported.
     void observe(std::function<void(const MirrorChanges &)> observer) { changed = std::move(observer); }
-    // Reads all there is, without telling.
+    // Reads everything without calling the observer.
     void fill();
 
-    // A window manager that keeps the lists below is running.
+    // Whether a window manager is running that keeps the lists below.
     bool managed() const { return manager != XCB_NONE; }
-    // The managed windows in the order of their coming, also over the end of a manager; without one those that look
-    // like windows of applications.
+    // The managed windows in the order in which they appeared. The order stays when the window manager ends. Without a
+    // window manager, the windows that look like windows of applications.
     const std::vector<WindowId> &order() const { return listed; }
-    // The same, bottom to top, where the manager tells.
+    // The same windows from bottom to top, if the window manager reports that order.
     const std::vector<WindowId> &stacking() const { return stackMissing ? listed : stacked; }
-    // Null for a window that is not listed, which also is one that was destroyed.
+    // Null for a window that is not listed. A destroyed window is not listed.
     const WindowRecord *find(WindowId window) const;
-    // 0 without one.
+    // 0 when there is none.
     WindowId active() const { return activeWindow; }
     std::uint32_t currentDesktop() const { return desktop; }
 
@@ -52,9 +52,9 @@ private:
     struct Entry {
         WindowRecord record;
         PropertySet dirty;
-        bool attributes = true;  // to be asked for
+        bool attributes = true;  // they must be requested
         bool listed = false;
-        Seconds keptUntil{0};  // listed until then though nothing else says so
+        Seconds keptUntil{0};  // stays listed until then, even without another reason
     };
     struct RootDirty {
         bool manager = true, list = true, stacking = true, active = true, desktop = true, tree = true;
@@ -101,15 +101,15 @@ private:
     xcb_atom_t managerSelection = XCB_ATOM_NONE;
     bool watchesTree = false;
     bool stackMissing = false;
-    bool listMissing = false;  // some managers take the list away when it is empty, and all when they end
+    bool listMissing = false;  // some managers delete the list when it is empty, and all delete it when they end
     WindowId activeWindow = XCB_NONE;
     std::uint32_t desktop = 0;
     std::uint64_t activations = 0;
     std::optional<std::vector<WindowId>> announced;  // what the manager lists
-    Subscription adoption;                           // a manager that has just come is still listing the windows
+    Subscription adoption;                           // a new manager is still listing the windows
     Seconds adoptionEnd{0};
     Subscription keeping;
-    Subscription focusLoss;  // no window has the focus, since a moment
+    Subscription focusLoss;  // pending since no window has the focus
 };
 
 }  // namespace korvane::platform::x11

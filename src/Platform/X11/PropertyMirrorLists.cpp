@@ -1,4 +1,4 @@
-// The lists of the root window: which windows there are, in which order, and who keeps them.
+// The lists on the root window: which windows exist, in which order, and which window manager keeps the lists.
 #include "Platform/X11/PropertyMirror.h"
 
 #include "Platform/X11/Reply.h"
@@ -11,10 +11,10 @@ namespace korvane::platform::x11 {
 namespace {
 
 constexpr std::uint32_t longestList = 1 << 16;
-// For so long a manager that has just come may not have listed all the windows that were there before it; and for so
-// long after the last one that it has added, up to an end.
+// A new window manager may need this time to list the windows that existed before it. The time starts again with each
+// window that it adds, but it ends after the second value.
 constexpr Seconds adoptionTime{0.3}, longestAdoption{10};
-// So long a window may be off the screen, or off the list, because its manager ends.
+// When a manager ends, a window may be off the screen (first value) or off the list (second value) for this time.
 constexpr Seconds lossTime{2}, leavingTime{1};
 constexpr std::uint32_t managerEvents = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
 constexpr Seconds focusTime{0.016};
@@ -31,7 +31,7 @@ bool PropertyMirror::dirtyRoot() const
     return rootDirty.list || rootDirty.stacking || rootDirty.active || rootDirty.desktop;
 }
 
-// The name of a window manager that has died may stay on the root window, so the window it names is asked too.
+// The name of a dead window manager may stay on the root window, so the window that it names is checked too.
 void PropertyMirror::readManager()
 {
     WindowId now = XCB_NONE;
@@ -109,13 +109,13 @@ void PropertyMirror::applyList(std::optional<std::vector<WindowId>> list)
     announced = std::move(list);
     if (announced)
         std::erase_if(*announced, [this](WindowId window) { return window == XCB_NONE || connection.isOurs(window); });
-    // A manager that is still listing the windows that it found.
+    // The manager is still listing the windows that it found.
     if (adoption && announced && announced->size() > before && loop.monotonicNow() < adoptionEnd)
         adoption = loop.after(adoptionTime, [this] { endAdoption(); });
     relist();
 }
 
-// Those that are known keep their order: a manager that has just come lists them in one of its own.
+// Known windows keep their order, because a new manager lists them in its own order.
 void PropertyMirror::relist()
 {
     std::unordered_set<WindowId> wanted;
@@ -138,9 +138,9 @@ void PropertyMirror::relist()
     setListed(std::move(windows));
 }
 
-// Of a window that has left the list, or was never on that of the present manager. One that is withdrawn loses its
-// state. A manager that ends takes one window after the other from the list and leaves their states: they stay until it
-// is clear whether it ends.
+// Decides about a window that has left the list, or that the present manager never listed. A withdrawn window loses its
+// state. A manager that ends removes one window after the other from the list, but their states remain. These windows
+// stay until it is clear whether the manager ends.
 bool PropertyMirror::keeps(Entry &one)
 {
     if (adoption)
@@ -187,7 +187,7 @@ void PropertyMirror::setListed(std::vector<WindowId> windows)
             if (!wanted.contains(window))
                 dropped.push_back(window);
         for (const WindowId window : dropped) {
-            // The manager's own window was among the others while there was no manager.
+            // While there was no manager, its own window was treated like the others.
             const std::uint32_t mask = window == manager ? managerEvents : 0;
             xcb_change_window_attributes(connection, window, XCB_CW_EVENT_MASK, &mask);
             drop(window);
@@ -208,7 +208,7 @@ void PropertyMirror::endAdoption()
     settle();
 }
 
-// On its way from one window to another the focus is often at none for a moment, which nobody should see.
+// When the focus moves between windows, often no window has it for a moment. Nobody should see this.
 void PropertyMirror::takeActive(WindowId window)
 {
     if (window != XCB_NONE || activeWindow == XCB_NONE) {
@@ -259,7 +259,7 @@ void PropertyMirror::listViewable()
         const Entry *one = entry(window);
         if (!one)
             return false;
-        // Between its manager's frame and the root window it is not on the screen for a moment.
+        // While it moves from the manager's frame to the root window, it is not on the screen for a moment.
         return now < one->keptUntil
                || (one->record.pid != 0 && one->record.viewable && !one->record.overrideRedirect
                    && (one->record.hasManagerState || one->record.hasClass));
@@ -270,7 +270,7 @@ void PropertyMirror::listViewable()
         for (const WindowId window : *source)
             if (looksManaged(window) && seen.insert(window).second)
                 windows.push_back(window);
-    // A window between two parents, as when a manager ends, is in no place of the tree for a moment.
+    // A window that moves between two parents, for example when a manager ends, is missing in the tree for a moment.
     std::vector<WindowId> stack;
     const std::unordered_set<WindowId> inTree(tree.begin(), tree.end());
     for (const WindowId window : windows)

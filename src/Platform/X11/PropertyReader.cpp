@@ -21,7 +21,7 @@ PropertyValue valueOf(xcb_get_property_reply_t &reply)
 
 void PropertyReader::read(const std::vector<Wanted> &wanted, const Receiver &receiver)
 {
-    // In portions: the answers of thousands of windows with long titles need not be in memory together.
+    // Read in portions, because thousands of windows with long titles should not be in memory together.
     constexpr std::size_t portion = 256;
     const std::span<const Wanted> all(wanted);
     for (std::size_t i = 0; i < all.size(); i += portion)

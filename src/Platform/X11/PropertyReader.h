@@ -1,4 +1,4 @@
-// Reads properties of many windows in one round trip: all questions first, then all answers.
+// Reads properties of many windows in one round trip: it sends all requests first and then reads all replies.
 #pragma once
 
 #include "Platform/X11/Connection.h"
@@ -17,7 +17,7 @@ struct WindowAttributes {
 
 class PropertyReader {
 public:
-    // Both are told only of windows that still exist; `gone` is told of the others.
+    // `attributes` and `property` are called only for windows that still exist, `gone` for the others.
     struct Receiver {
         std::function<void(WindowId, const WindowAttributes &)> attributes;
         std::function<void(WindowId, Property, const PropertyValue &)> property;
@@ -32,10 +32,10 @@ public:
     explicit PropertyReader(Connection &connection) : server(connection) {}
 
     void read(const std::vector<Wanted> &wanted, const Receiver &receiver);
-    // The numbers in a property of one window; absent when it is not there or holds something else.
+    // The numbers in a property of one window. Absent when the property is missing or holds something else.
     using Numbers = std::optional<std::vector<std::uint32_t>>;
     Numbers numbers(WindowId window, Atom property, std::uint32_t longest);
-    // The same in two parts, so that several questions are on their way together.
+    // The same in two steps, so that several requests can be sent before the first reply is read.
     xcb_get_property_cookie_t ask(WindowId window, Atom property, std::uint32_t longest);
     Numbers answer(xcb_get_property_cookie_t cookie);
 

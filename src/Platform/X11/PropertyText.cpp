@@ -26,7 +26,8 @@ void append(std::string &text, char32_t character)
     }
 }
 
-// Takes one character from the front. A wrong byte costs itself and the continuation bytes that fitted so far.
+// Removes one character from the front. A wrong byte is removed together with the continuation bytes that fitted so
+// far.
 char32_t take(std::string_view &bytes)
 {
     const auto first = static_cast<std::uint8_t>(bytes.front());

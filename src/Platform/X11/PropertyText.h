@@ -1,4 +1,4 @@
-// Text as strangers write it into properties, made into text that can be shown: valid UTF-8, one line, of bounded
+// Turns text that strangers write into properties into text that can be shown: valid UTF-8, one line, of limited
 // length.
 #pragma once
 
@@ -8,17 +8,17 @@
 
 namespace korvane::platform::x11 {
 
-// More than anyone reads, and little enough to be measured and drawn.
+// More than anybody reads, but short enough to be measured and drawn quickly.
 constexpr std::size_t longestText = 4096;  // characters
 
-// What is not UTF-8 becomes U+FFFD, control characters and line ends become blanks, the rest after the longest length
-// is cut off at a character.
+// Bytes that are not UTF-8 become U+FFFD. Control characters and line ends become blanks. A longer text is cut off
+// between two characters.
 std::string cleanText(std::string_view bytes);
-// The same for the older encoding of one byte a character.
+// The same for the older encoding with one byte for each character.
 std::string cleanLatin1(std::string_view bytes);
 std::string latin1ToUtf8(std::string_view bytes);
 
-// The two texts of WM_CLASS, each ended by a zero: instance and class. A missing one is empty.
+// The two texts of WM_CLASS, instance and class. Each ends with a zero byte. A missing one is empty.
 std::pair<std::string, std::string> splitClass(std::string_view bytes);
 
 }  // namespace korvane::platform::x11

@@ -1,4 +1,4 @@
-// What the X library hands out has to be given back with free().
+// Memory that the X library returns must be released with free().
 #pragma once
 
 #include <cstdlib>
@@ -10,7 +10,7 @@ struct Freed {
     void operator()(void *memory) const { std::free(memory); }
 };
 
-// Null when the server answered with an error or not at all.
+// Null when the server answered with an error or did not answer.
 template <typename T> using Reply = std::unique_ptr<T, Freed>;
 
 }  // namespace korvane::platform::x11

@@ -1,4 +1,4 @@
-// Whether the server's screen saver is running, as it reports it.
+// Whether the server reports that its screen saver is running.
 #pragma once
 
 #include "Platform/X11/Connection.h"
@@ -9,7 +9,7 @@ namespace korvane::platform::x11 {
 
 class ScreenSaver final : public EventListener {
 public:
-    // Told whether it has started, or stopped.
+    // `changed` is called when the screen saver starts or stops.
     ScreenSaver(Connection &connection, std::function<void(bool started)> changed);
     ~ScreenSaver() override;
 

@@ -5,7 +5,7 @@
 namespace korvane::platform::x11 {
 namespace {
 
-// What the server reports can be kept from us, by another program that takes our window away.
+// The server's event may never come, for example when another program destroys our window.
 constexpr Seconds longestWait{0.3};
 
 }  // namespace
@@ -25,7 +25,7 @@ void ServerTime::ask(std::function<void(xcb_timestamp_t)> use)
     waiting.push_back(std::move(use));
     if (waiting.size() > 1)
         return;
-    // Appending nothing changes nothing, and is reported with the time all the same.
+    // Appending nothing changes nothing, but the server still reports it with the time.
     xcb_change_property(connection, XCB_PROP_MODE_APPEND, connection.ownWindow(), connection[Atom::serverTime],
                         XCB_ATOM_STRING, 8, 0, nullptr);
     xcb_flush(connection);

@@ -1,4 +1,4 @@
-// A time stamp of the server for requests that a window manager would refuse without one.
+// A time stamp of the server, for requests that a window manager would refuse without one.
 #pragma once
 
 #include "Platform/X11/Connection.h"
@@ -13,8 +13,8 @@ public:
     ServerTime(Connection &server, MainLoop &loop);
     ~ServerTime() override;
 
-    // Calls with the present time of the server at a later turn of the loop. Nothing waits meanwhile. A server that
-    // does not say in good time has the call made without a time (XCB_CURRENT_TIME).
+    // Calls `use` with the server's current time at a later turn of the loop. Nothing waits for it. If the server does
+    // not answer soon enough, `use` is called with XCB_CURRENT_TIME.
     void ask(std::function<void(xcb_timestamp_t)> use);
 
     void handle(const xcb_generic_event_t &event) override;

@@ -3,7 +3,7 @@
 namespace korvane::platform::x11 {
 namespace {
 
-// Dialogs of dialogs are rare; windows that name each other are a mistake that must not cost more than this.
+// Dialogs of dialogs are rare. If windows name each other by mistake, the search ends after this many steps.
 constexpr int longestOwnerChain = 8;
 
 const WindowRecord *ownerOf(const WindowRecord &window, const FindWindow &find)

@@ -6,7 +6,7 @@
 namespace korvane::platform::x11 {
 namespace {
 
-// In requests: they come from a person's action, by a program that is not the window's own.
+// In requests: they come from a person's action in a pager or taskbar, not from the window's own program.
 constexpr std::uint32_t sourceIsPager = 2;
 
 }  // namespace
@@ -23,8 +23,8 @@ WindowActions::~WindowActions()
     connection.leave(*this);
 }
 
-// A manager may say that a window is minimised before it takes it off the screen. Asked for meanwhile, the window was
-// still there, so nobody heard of it.
+// A manager may report that a window is minimised before it removes the window from the screen. A request to restore it
+// has no effect in between, because the window is still there. So the window is shown again when it disappears.
 void WindowActions::handle(const xcb_generic_event_t &event)
 {
     if (restoring.empty())
@@ -38,7 +38,7 @@ void WindowActions::handle(const xcb_generic_event_t &event)
         if (restoring.erase(window) == 0)
             return;
         xcb_map_window(connection, window);
-        // A window that comes back may take the focus from the one that was to have it.
+        // The restored window may take the focus from the window that should have it.
         for (const WindowId target : lastTargets)
             bringForward(target, lastTime);
         xcb_flush(connection);
@@ -54,7 +54,7 @@ void WindowActions::close(WindowId window)
     const WindowRecord *record = mirror.find(window);
     if (!record || !record->closable)
         return;
-    // Nobody is there to pass the wish on.
+    // Without a window manager, the message is sent directly to the window.
     xcb_client_message_event_t event{};
     event.response_type = XCB_CLIENT_MESSAGE;
     event.format = 32;
@@ -151,7 +151,7 @@ void WindowActions::carryOut(const Turn &now, xcb_timestamp_t time)
     xcb_flush(connection);
 }
 
-// Their order among themselves stays.
+// Their relative order stays.
 void WindowActions::raiseAll(const ApplicationEntry &entry)
 {
     for (const WindowId window : mirror.stacking()) {
@@ -172,7 +172,7 @@ void WindowActions::bringForward(WindowId window, xcb_timestamp_t time)
         xcb_set_input_focus(connection, XCB_INPUT_FOCUS_POINTER_ROOT, window, time);
         return;
     }
-    // Not every manager goes to the desktop of a window that is to be active.
+    // Not every manager switches to the desktop of the window that becomes active.
     if (record->desktop != everyDesktop && record->desktop != mirror.currentDesktop())
         connection.tellManager(connection.root(), Atom::netCurrentDesktop, {record->desktop, time});
     connection.tellManager(window, Atom::netActiveWindow, {sourceIsPager, time, XCB_NONE});
@@ -188,7 +188,7 @@ void WindowActions::putOnTop(WindowId window)
     xcb_configure_window(connection, window, XCB_CONFIG_WINDOW_STACK_MODE, &above);
 }
 
-// A window that is on the screen goes before one that would have to be restored.
+// A visible window is preferred to one that would have to be restored.
 WindowId WindowActions::latest(const ApplicationEntry &entry) const
 {
     const WindowRecord *best = nullptr;
@@ -201,7 +201,7 @@ WindowId WindowActions::latest(const ApplicationEntry &entry) const
         if (record && task && (!best || before(*record, *best)))
             best = record;
     };
-    // Of those that never were active the topmost counts.
+    // If no window was ever active, the topmost one is chosen.
     std::for_each(mirror.stacking().rbegin(), mirror.stacking().rend(), consider);
     std::for_each(entry.tasks.begin(), entry.tasks.end(), consider);
     return best ? best->id : 0;

@@ -1,4 +1,5 @@
-// What can be done to windows. Each asks the window manager and returns; nothing waits for it, or for any program.
+// What can be done to windows. Each operation asks the window manager and returns. Nothing waits for the manager or for
+// a program.
 #pragma once
 
 #include "Platform/X11/ApplicationTable.h"
@@ -12,8 +13,9 @@
 
 namespace korvane::platform::x11 {
 
-// Bringing forward is put together over one turn of the loop: "this application", "this window of it" and "restored"
-// are told one by one and in either order, and must not let another window of the application come up in between.
+// All requests to bring windows forward are collected over one turn of the loop. "This application", "this window of
+// it" and "restored" come one by one and in any order. Another window of the application must not come to the front in
+// between.
 class WindowActions final : public EventListener {
 public:
     WindowActions(Connection &connection, PropertyMirror &mirror, ApplicationTable &table, ServerTime &time);
@@ -22,9 +24,9 @@ public:
     void close(WindowId window);
     void minimize(WindowId window);
     void restore(WindowId window);
-    // Above the others, and active.
+    // Puts the window above the others and makes it active.
     void raise(WindowId window);
-    // The window that this turn has named, or else the one of the application that was active last.
+    // Activates the window that was named in this turn, otherwise the application's window that was active last.
     void activate(Pid pid, bool allWindows);
 
     void handle(const xcb_generic_event_t &event) override;
@@ -33,12 +35,12 @@ private:
     struct Application {
         Pid pid = 0;
         WindowId named = 0;
-        bool raised = false;  // the name came with raising, which counts for more than restoring
+        bool raised = false;  // the window was named by raising, which has priority over restoring
         bool activated = false, allWindows = false;
     };
     struct Turn {
         std::vector<WindowId> restored;
-        std::vector<Application> applications;  // the last one is in front in the end
+        std::vector<Application> applications;  // the last one will be in front
     };
 
     Application &application(Pid pid);
@@ -55,8 +57,8 @@ private:
     ServerTime &serverTime;
     Turn turn;
     bool scheduled = false;
-    std::set<WindowId> restoring;  // asked for, and not on the screen yet
-    // Of the last turn.
+    std::set<WindowId> restoring;  // requested, but not on the screen yet
+    // The windows and the time of the last turn.
     std::vector<WindowId> lastTargets;
     xcb_timestamp_t lastTime = XCB_CURRENT_TIME;
     std::shared_ptr<WindowActions *> self = std::make_shared<WindowActions *>(this);

@@ -47,7 +47,7 @@ ImagePtr windowIcon(std::span<const std::uint32_t> data)
     const Picture picture = choose(data);
     if (picture.width == 0)
         return nullptr;
-    // Each pixel of the result is the mean of a square of the source: nobody draws more than a few dozen pixels.
+    // Each pixel of the result is the mean of a square of the source. Nobody draws more than a few dozen pixels.
     const std::uint32_t factor = std::max(1U, picture.side() / wantedSide);
     auto image = std::make_shared<Image>();
     image->width = static_cast<int>(picture.width / factor);

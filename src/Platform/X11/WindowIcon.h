@@ -8,8 +8,8 @@
 
 namespace korvane::platform::x11 {
 
-// The smallest picture of at least 64 pixels, else the largest, made smaller when it is more than twice too large. Null
-// when there is none; what follows a picture that can't be right is not looked at.
+// The smallest picture of at least 64 pixels, otherwise the largest. A picture that is more than twice too large is
+// made smaller. Null when there is none. Reading stops at a picture that is invalid.
 ImagePtr windowIcon(std::span<const std::uint32_t> data);
 
 }  // namespace korvane::platform::x11

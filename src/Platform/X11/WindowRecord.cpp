@@ -16,7 +16,7 @@ struct Row {
     std::uint32_t longest;
 };
 
-// In the order of the enumeration. A character takes up to four bytes, so a title's characters all come.
+// These are in the order of the enumeration. A character takes up to four bytes, so a title of the longest length fits.
 constexpr std::array<Row, propertyCount> rows{{
     {Atom::netWmName, longestText},
     {Atom::wmName, longestText},
@@ -58,7 +58,7 @@ std::string decoded(const PropertyValue &value, const Atoms &atoms)
 
 WindowKind kindOf(const PropertyValue &value, const Atoms &atoms)
 {
-    // The first that we know counts: a window lists what it would like best first.
+    // A window lists its preferred types first, so the first type that we know counts.
     for (std::size_t i = 0; i < value.numbers(); ++i) {
         switch (atoms.named(*value.number(i)).value_or(Atom::count)) {
         case Atom::netWmWindowTypeDock:
@@ -110,7 +110,7 @@ Change applyState(WindowRecord &window, const PropertyValue &value, const Atoms 
             break;
         }
     }
-    // Some managers also call a window hidden of which only the title bar is left.
+    // Some managers also mark a window as hidden when only its title bar is left.
     const bool minimized = hidden && !shaded;
     bool structure = assign(window.skipsTaskbar, skips);
     structure = assign(window.modal, modal) || structure;
@@ -174,7 +174,7 @@ Change WindowRecord::apply(Property property, const PropertyValue &value, const 
         hasManagerState = value.type != 0;
         const auto number = value.number(0).value_or(0);
         const bool known = number == normalState || number == iconicState;
-        // What there is to see of it is told by the window's other state too.
+        // Any visible effect of this change is also reported by the window's other state property.
         managerState = known ? number : 0;
         return Change::none;
     }

@@ -1,4 +1,4 @@
-// What the mirror knows of one window, and how a property's bytes change it. Nothing here talks to the server.
+// What the mirror knows about one window, and how the bytes of a property change it. Nothing here talks to the server.
 #pragma once
 
 #include "Platform/Linux/ApplicationCatalogue.h"
@@ -15,10 +15,10 @@ namespace korvane::platform::x11 {
 
 using WindowId = std::uint32_t;
 
-// The numbers that WM_STATE holds and WM_CHANGE_STATE asks for.
+// The numbers in WM_STATE and in requests by WM_CHANGE_STATE.
 constexpr std::uint32_t normalState = 1, iconicState = 3;
 
-// The properties that are kept, each with the attribute it comes from.
+// The properties that the mirror keeps. The comment names the X property.
 enum class Property : std::uint8_t {
     name,        // _NET_WM_NAME
     legacyName,  // WM_NAME
@@ -40,10 +40,10 @@ constexpr auto propertyCount = static_cast<std::size_t>(Property::count);
 using PropertySet = std::bitset<propertyCount>;
 
 Atom atomOf(Property property);
-// How much of a property is asked for, in units of four bytes.
+// How much of a property is requested, in units of four bytes.
 std::uint32_t longestOf(Property property);
 
-// A property as the server gives it. Type 0 is a property that is not there.
+// A property as the server returns it. Type 0 means that the property does not exist.
 struct PropertyValue {
     std::uint32_t type = 0;
     int format = 0;
@@ -51,12 +51,12 @@ struct PropertyValue {
 
     // Empty unless the property holds bytes.
     std::string_view text() const;
-    // The number at a place, if the property holds that many numbers of 32 bits.
+    // The number at that index, if the property holds numbers of 32 bits and has enough of them.
     std::optional<std::uint32_t> number(std::size_t index) const;
     std::size_t numbers() const { return format == 32 ? bytes.size() / 4 : 0; }
 };
 
-// What a property's change can mean to those who look at the window.
+// What a changed property can mean to the readers of the window.
 enum class Change : std::uint8_t {
     none,
     content,    // its title, role or state
@@ -69,7 +69,7 @@ struct WindowRecord {
     WindowId id = 0;
     Pid pid = 0;
     std::string title, role;
-    WindowOrigin origin;  // without the executable, which is the process's
+    WindowOrigin origin;  // without the executable, which belongs to the process
     std::string machine;
     WindowKind kind = WindowKind::ordinary;
     WindowId transientFor = 0;
@@ -78,12 +78,12 @@ struct WindowRecord {
     std::uint32_t declaredPid = 0;
     bool minimized = false, shaded = false, skipsTaskbar = false, modal = false;
     bool demandsAttention = false, urgent = false;
-    bool closable = false;  // it asks to be told before it is closed
-    bool hasName = false;   // _NET_WM_NAME is there, so WM_NAME does not count
+    bool closable = false;  // the window wants a message before it is closed
+    bool hasName = false;   // _NET_WM_NAME exists, so WM_NAME is ignored
     bool hasClass = false, hasManagerState = false;
-    // Of the server, not of a property; kept only while no window manager lists the windows.
+    // These two are window attributes, not properties. They are current only while no window manager lists the windows.
     bool overrideRedirect = false, viewable = false;
-    // When it was last the active window, as a count; larger is later.
+    // A counter value from the last time when it was the active window. A larger value is later.
     std::uint64_t lastActive = 0;
 
     Change apply(Property property, const PropertyValue &value, const Atoms &atoms);

@@ -18,7 +18,7 @@ struct X11Element final : ElementBase {
     Kind kind = Kind::application;
     Pid pid = 0;
     WindowId window = 0;
-    std::string title, label;  // of a dock item
+    std::string title, label;  // for a dock item
 };
 
 const X11Element &of(const Element &element)
@@ -75,8 +75,8 @@ AxStatus X11Accessibility::copy(const Element &element, std::string_view attribu
             return AxStatus::unsupported;
         return AxStatus::success;
     }
-    // Also while no manager runs: the mirror keeps the windows that are still there, so that a manager that is
-    // restarted costs nobody his tabs.
+    // This also works while no manager runs. The mirror keeps the windows that still exist, so that no tab is lost when
+    // a manager is restarted.
     if (one.kind == Kind::application)
         return copyApplication(one.pid, attribute, out);
     const WindowRecord *window = mirror.find(one.window);
@@ -137,7 +137,7 @@ AxStatus X11Accessibility::set(const Element &element, std::string_view attribut
     if (one.kind == Kind::application && attribute == "AXFrontmost") {
         if (!table.find(one.pid))
             return AxStatus::gone;
-        // Another application comes to the front by being asked to, not by this one leaving.
+        // An application can't be sent to the back; another application must be asked to come to the front.
         if (!value)
             return AxStatus::failure;
         actions.activate(one.pid, false);

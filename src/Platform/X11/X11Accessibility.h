@@ -1,4 +1,4 @@
-// Windows as elements with attributes and actions, answered from the mirror.
+// Windows as elements with attributes and actions. The answers come from the mirror.
 #pragma once
 
 #include "Platform/X11/ApplicationTable.h"
@@ -18,7 +18,7 @@ public:
 
     X11Accessibility(x11::PropertyMirror &mirror, x11::ApplicationTable &table, x11::WindowActions &actions);
 
-    // A window manager that lists its windows is running: there is nobody else to ask, and no permission to give.
+    // True while a window manager is running that lists its windows. X11 has no permission that the user could give.
     bool trusted() override { return mirror.managed(); }
     bool trustedPrompting() override { return trusted(); }
     ToolResult resetGrant(std::string_view bundleIdentifier) override;
@@ -30,8 +30,8 @@ public:
     std::uint64_t hash(const Element &element) override;
     std::optional<std::uint64_t> revision(Pid pid) override;
 
-    // The badges that programs have announced for their launchers, beside the windows that ask for attention. False
-    // when they are those that were set before.
+    // Sets the badges that programs have announced for their launchers. They are shown in addition to the windows that
+    // ask for attention. Returns false when the badges are the same as before.
     bool setLauncherBadges(Badges badges)
     {
         std::swap(launcherBadges, badges);

@@ -84,7 +84,7 @@ ImagePtr X11Applications::icon(Pid pid)
 
 ImagePtr X11Applications::windowIcon(const ApplicationEntry &entry)
 {
-    // Four megabytes hold the largest picture that anybody makes, and bound what a mistake can cost.
+    // Four megabytes are enough for the largest picture in use, and limit the cost of a mistake.
     constexpr std::uint32_t longest = 1 << 20;
     for (const WindowId window : entry.tasks) {
         const x11::Reply<xcb_get_property_reply_t> reply{xcb_get_property_reply(
@@ -125,7 +125,7 @@ bool X11Applications::unhide(Pid pid)
         return false;
     for (const WindowId window : entry->hiddenWindows)
         actions.restore(window);
-    // Until the windows are really there the application stays marked as hidden; the mirror's news end that.
+    // The application stays marked as hidden until its windows are really shown. Then the mirror's changes end it.
     if (!entry->snapshot.hidden)
         entry->hiddenWindows.clear();
     return true;

@@ -1,4 +1,4 @@
-// The running applications on X11: processes that own managed windows.
+// The running applications on X11: the processes that own managed windows.
 #pragma once
 
 #include "Platform/X11/ApplicationTable.h"
@@ -13,7 +13,7 @@
 
 namespace korvane::platform {
 
-// Stands for the process that shows the badges, which is none here.
+// Stands for the process that shows the badges. X11 has no such process.
 constexpr Pid dockPid = -2;
 
 class X11Applications final : public Applications {
@@ -28,18 +28,18 @@ public:
     ImagePtr icon(Pid pid) override;
     bool hide(Pid pid) override;
     bool unhide(Pid pid) override;
-    // A process without a window that could be closed is asked to end by a signal.
+    // A process that has no window to close gets a signal that asks it to end.
     bool terminate(Pid pid) override;
     bool activate(Pid pid, Activate options) override;
-    // Nothing to do: a dock window makes no icon of its own.
+    // Does nothing: a dock window has no icon of its own.
     bool becomeAccessory() override { return true; }
-    // Every answer comes from the mirror, the catalogue or what programs announce, and all of them tell what they
-    // learn.
+    // All answers come from the mirror, from the catalogue or from announcements, and all three report every change.
     bool announcesEveryChange() const override { return true; }
     [[nodiscard]] Subscription observe(ApplicationEvent event, std::function<void()> callback) override;
     [[nodiscard]] Subscription observe(SessionEvent event, std::function<void()> callback) override;
 
-    // Passes on what other parts of the system tell of the applications and of the session. From the run loop only.
+    // Passes on events of applications and of the session from other parts of the system. Call it from the run loop
+    // only.
     void announce(ApplicationEvent event);
     void announce(SessionEvent event);
 

@@ -9,21 +9,21 @@
 namespace korvane::platform {
 namespace {
 
-// From this version on raw events come also while another program has grabbed the pointer.
+// From this version on, raw events also come while another program has grabbed the pointer.
 constexpr std::uint16_t majorVersion = 2, minorVersion = 2;
 
 }  // namespace
 
-// Outlives the subscriptions, which may outlive the events.
+// The subscriptions share it, because they may outlive the X11Events object.
 struct X11Events::Observers {
     explicit Observers(x11::Connection *server) : connection(server) {}
 
-    x11::Connection *connection;  // null once the events are gone
+    x11::Connection *connection;  // null when the X11Events object is gone
     ObserverList<> presses;
-    std::shared_ptr<ObserverList<>> motions = std::make_shared<ObserverList<>>();  // of the next one
+    std::shared_ptr<ObserverList<>> motions = std::make_shared<ObserverList<>>();  // observers of the next motion
     std::uint32_t selected = 0;
 
-    // Asks the server for what somebody waits for and for no more, so that a moving pointer wakes nobody in vain.
+    // Selects only the events that somebody waits for, so that a moving pointer does not wake the program without need.
     void select()
     {
         std::uint32_t wanted = 0;
@@ -102,7 +102,7 @@ void X11Events::handle(const xcb_generic_event_t &event)
     const auto &generic = reinterpret_cast<const xcb_ge_generic_event_t &>(event);
     if (generic.extension != extension)
         return;
-    const auto list = observers;  // those who are told may end these events
+    const auto list = observers;  // an observer may destroy the X11Events object
     if (generic.event_type == XCB_INPUT_RAW_BUTTON_PRESS)
         list->presses.notify();
     else if (generic.event_type == XCB_INPUT_RAW_MOTION)

@@ -1,4 +1,4 @@
-// The mouse everywhere, by the raw events of XInput 2, which come whoever has the pointer.
+// The mouse on the whole desktop, from the raw events of XInput 2. They come no matter which window has the pointer.
 #pragma once
 
 #include "Platform/X11/Connection.h"
@@ -13,7 +13,7 @@ public:
     explicit X11Events(x11::Connection &connection);
     ~X11Events() override;
 
-    // Without the extension nothing is ever told, and no motion can be waited for.
+    // Without the extension no event is reported, and nobody can wait for a motion.
     [[nodiscard]] Subscription observePresses(std::function<void()> callback) override;
     [[nodiscard]] Subscription nextMotion(std::function<void()> callback) override;
 
@@ -24,7 +24,7 @@ private:
     void handle(const xcb_generic_event_t &event) override;
 
     x11::Connection &connection;
-    std::uint8_t extension = 0;  // its number; 0 where the server has none
+    std::uint8_t extension = 0;  // its number; 0 when the server does not have it
     std::shared_ptr<Observers> observers;
 };
 

@@ -13,7 +13,7 @@ constexpr xcb_keysym_t escapeSymbol = 0xff1b, numLockSymbol = 0xff7f;
 constexpr std::uint16_t matteringModifiers =
     XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1 | XCB_MOD_MASK_4;
 
-// Shorter than a person takes to press a key again.
+// A person needs longer than this to press a key again.
 constexpr Seconds releaseInterval{0.02};
 
 std::uint16_t modifiersOf(const HotKey &key)
@@ -33,7 +33,7 @@ struct Grab {
 
 }  // namespace
 
-// Held by the subscriptions too, weakly: they may outlive the backend.
+// The subscriptions also refer to it, weakly, because they may outlive the backend.
 struct X11HotKeys::State {
     explicit State(x11::Connection &server) : connection(server), symbols(xcb_key_symbols_alloc(server))
     {
@@ -56,7 +56,7 @@ struct X11HotKeys::State {
                         numLock = static_cast<std::uint16_t>(1 << bit);
     }
 
-    // With and without the locks: a grab is for exactly the modifiers it names.
+    // All combinations of the locks, because a grab is for exactly the modifiers that it names.
     std::vector<std::uint16_t> lockStates() const
     {
         std::vector<std::uint16_t> states{0, XCB_MOD_MASK_LOCK};
@@ -75,7 +75,7 @@ struct X11HotKeys::State {
         const x11::Reply<xcb_keycode_t> codes{xcb_key_symbols_get_keycode(symbols.get(), escapeSymbol)};
         for (const xcb_keycode_t *code = codes.get(); code && *code != XCB_NO_SYMBOL; ++code)
             one.codes.push_back(*code);
-        // The failure of one that another program holds comes as an event that nobody looks at.
+        // If another program holds the key, the error comes as an event that is ignored.
         for (const xcb_keycode_t code : one.codes)
             for (const std::uint16_t locks : lockStates())
                 xcb_grab_key(connection, 1, connection.root(), static_cast<std::uint16_t>(modifiersOf(one.key) | locks),
@@ -161,7 +161,7 @@ void X11HotKeys::handle(const xcb_generic_event_t &event)
     if (x11::typeOf(event) == XCB_KEY_PRESS) {
         press(reinterpret_cast<const xcb_key_press_event_t &>(event));
     } else if (x11::typeOf(event) == XCB_MAPPING_NOTIFY) {
-        // Another layout may have the key elsewhere.
+        // In another keyboard layout the key may be elsewhere.
         for (const auto &grab : state->grabs)
             state->release(*grab);
         xcb_refresh_keyboard_mapping(
@@ -187,15 +187,16 @@ void X11HotKeys::press(const xcb_key_press_event_t &event)
     held = event.detail;
     awaitRelease();
     const std::uint32_t id = (*pressed)->key.id;
-    // While the key is down the keyboard is ours alone; a menu that the handler opens has to be able to take it.
+    // While the key is down, the grab keeps the keyboard from others. A menu that the handler opens must be able to
+    // take it.
     xcb_ungrab_keyboard(connection, XCB_CURRENT_TIME);
     connection.finish();
     if (const auto handler = state->handler)
         (*handler)(id);
 }
 
-// A key that is held down is pressed again and again by the server, and its release goes to whoever has the keyboard.
-// So the keyboard is looked at, for as long as the key is down.
+// While a key is held down, the server repeats the press, and the release goes to the program that has the keyboard. So
+// this checks the keyboard's state for as long as the key is down.
 void X11HotKeys::awaitRelease()
 {
     releaseCheck = loop.after(releaseInterval, [this] {

@@ -14,9 +14,9 @@ public:
     X11HotKeys(x11::Connection &connection, MainLoop &loop);
     ~X11HotKeys() override;
 
-    // A later handler takes the place of an earlier one.
+    // A later handler replaces an earlier one.
     [[nodiscard]] Subscription install(std::function<void(std::uint32_t id)> handler) override;
-    // Keys without a counterpart on the keyboard are not grabbed.
+    // Keys that the keyboard does not have are not grabbed.
     [[nodiscard]] Subscription add(const HotKey &key) override;
 
 private:
@@ -31,7 +31,7 @@ private:
     x11::Connection &connection;
     MainLoop &loop;
     std::shared_ptr<State> state;
-    xcb_keycode_t held = 0;  // a key that has been told and is still down
+    xcb_keycode_t held = 0;  // a key that was reported and is still down
     Subscription releaseCheck;
 };
 

@@ -18,7 +18,7 @@ X11Panels::X11Panels(x11::Connection &server, X11Screens &all, xcb_connection_t 
       compositorSelection(server.intern("_NET_WM_CM_S" + std::to_string(server.screenNumber())))
 {
     connection.join(*this);
-    // Listening first: an owner that comes in between is then seen by one of the two.
+    // It listens before it asks, so that a new owner in between is not missed.
     if (connection.extensions().selectionEvent)
         xcb_xfixes_select_selection_input(connection, connection.ownWindow(), compositorSelection,
                                           XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER
@@ -42,7 +42,7 @@ void X11Panels::apply(NativeView view, const PanelTraits &traits)
         xcb_change_property(views, XCB_PROP_MODE_REPLACE, window, connection[property], type, 32,
                             static_cast<std::uint32_t>(values.size()), values.begin());
     };
-    // A dock never gets the focus, so what wants the keyboard stays an ordinary window.
+    // A dock never gets the focus, so a window that needs the keyboard stays an ordinary one.
     if (traits.nonActivating && !traits.canBecomeKey)
         write(Atom::netWmWindowType, XCB_ATOM_ATOM, {connection[Atom::netWmWindowTypeDock]});
     if (traits.allSpaces)
@@ -57,7 +57,7 @@ void X11Panels::orderFrontRegardless(NativeView view)
 {
     const auto window = static_cast<xcb_window_t>(view);
     const std::uint32_t above = XCB_STACK_MODE_ABOVE;
-    // The manager takes this for a request and keeps to the window's layer.
+    // The manager treats this as a request and keeps the window in its layer.
     xcb_configure_window(views, window, XCB_CONFIG_WINDOW_STACK_MODE, &above);
     xcb_flush(views);
 }
@@ -65,7 +65,7 @@ void X11Panels::orderFrontRegardless(NativeView view)
 void X11Panels::makeKeyAndOrderFront(NativeView view)
 {
     orderFrontRegardless(view);
-    // A manager that guards the focus lets a pager have it.
+    // A manager that protects the focus still gives it to a pager's request.
     constexpr std::uint32_t sourceIsPager = 2;
     xcb_client_message_event_t event{};
     event.response_type = XCB_CLIENT_MESSAGE;
@@ -85,7 +85,7 @@ void X11Panels::setShape(NativeView view, const PanelShape &shape)
     std::vector<xcb_rectangle_t> pixels;
     const double scale = screens.pixelsToPoint();
     for (const Rect &part : shape) {
-        // Outwards, so that nothing that is drawn is cut off.
+        // Rounded outwards, so that no drawn part is cut off.
         const double left = std::floor(part.x * scale), top = std::floor(part.y * scale);
         pixels.push_back({static_cast<std::int16_t>(left), static_cast<std::int16_t>(top),
                           static_cast<std::uint16_t>(std::ceil((part.x + part.width) * scale) - left),
@@ -126,7 +126,7 @@ void X11Panels::reserveStrip(NativeView view, const std::optional<Rect> &strip)
         xcb_flush(views);
         return;
     }
-    // Left, right, top and bottom, then where each begins and ends.
+    // The first four values are left, right, top and bottom. Then come the start and the end of each.
     const std::array<std::uint32_t, 12> partial{0, 0, 0, pixels->height, 0, 0, 0, 0, 0, 0, pixels->left, pixels->right};
     xcb_change_property(views, XCB_PROP_MODE_REPLACE, window, connection[Atom::netWmStrutPartial], XCB_ATOM_CARDINAL,
                         32, 12, partial.data());

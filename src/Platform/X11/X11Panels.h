@@ -1,4 +1,4 @@
-// Panels by the properties that window managers know, and whether a compositor lets the desktop be seen through them.
+// Panels, made with the properties that window managers know. Also tells whether a compositor makes panels translucent.
 #pragma once
 
 #include "Platform/X11/Connection.h"
@@ -15,8 +15,8 @@ namespace korvane::platform {
 
 class X11Panels final : public Panels, private x11::EventListener {
 public:
-    // The views' windows are spoken of on the views' connection, so that the requests stay in order with those that
-    // make and show them. Null when the windows are the backend's own.
+    // Requests about the views' windows are sent on the views' connection. So they stay in order with the requests that
+    // make and show these windows. `views` is null when the windows are the backend's own.
     X11Panels(x11::Connection &connection, X11Screens &screens, xcb_connection_t *views);
     ~X11Panels() override;
 
@@ -24,8 +24,8 @@ public:
     void orderFrontRegardless(NativeView view) override;
     void makeKeyAndOrderFront(NativeView view) override;
     void setShape(NativeView view, const PanelShape &shape) override;
-    // By the bounding shape, which alone hides a window and lets clicks through with and without a compositor, and
-    // costs the window none of what the manager knows of it.
+    // Uses the bounding shape. Only this shape both hides a window and lets clicks through, with and without a
+    // compositor, and the window manager forgets nothing about the window.
     void setIgnoresMouse(NativeView view, bool ignores) override;
     void reserveStrip(NativeView view, const std::optional<Rect> &strip) override;
     bool translucencyAvailable() override { return compositor != XCB_NONE; }

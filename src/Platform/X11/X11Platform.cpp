@@ -28,7 +28,7 @@ struct X11Platform::Parts {
 
     std::unique_ptr<x11::Connection> connection;
     x11::PropertyMirror mirror;
-    bool filled;  // before anything looks at it
+    bool filled;  // the mirror is filled before any part uses it
     x11::ServerTime time;
     x11::ApplicationTable table;
     x11::WindowActions actions;

@@ -1,4 +1,4 @@
-// The desktop on X11: the ports that it implements, over one connection of its own and one mirror of the windows.
+// The desktop on X11: the ports that it implements, over one connection and one mirror of the windows.
 #pragma once
 
 #include "Platform/Linux/ApplicationCatalogue.h"
@@ -22,7 +22,7 @@ struct xcb_connection_t;
 namespace korvane::platform {
 
 struct X11Options {
-    std::string display;  // empty: the environment's
+    std::string display;  // empty: the display in the environment
     double scale = 1;     // pixels of the device to a point
     // The view toolkit's own connection, on which its windows are made and shown; null when there is none.
     xcb_connection_t *views = nullptr;
@@ -30,8 +30,8 @@ struct X11Options {
 
 class X11Platform {
 public:
-    // Null when the display can't be opened. What is passed in has to outlive the platform. Needs a run loop that
-    // serves GLib's default context. When the server goes away, the loop is told to end.
+    // Null when the display can't be opened. All arguments must outlive the platform. Needs a run loop that serves
+    // GLib's default context. When the server goes away, the loop is told to end.
     static std::unique_ptr<X11Platform> open(const X11Options &options, MainLoop &loop, ApplicationCatalogue &catalogue,
                                              IconLoader loadIcon);
     ~X11Platform();
@@ -47,9 +47,11 @@ public:
     Panels &panels();
     HotKeys &hotKeys();
 
-    // Replaces what was set before, and tells the observers of applications of any difference. From the run loop only.
+    // Replaces the earlier programs and tells the observers of applications about any difference. Call it from the run
+    // loop only.
     void setBadgedPrograms(BadgedPrograms programs);
-    // Tells the observers of the session what other services of the system have reported. From the run loop only.
+    // Tells the observers of the session about events from other services of the system. Call it from the run loop
+    // only.
     void announce(SessionEvent event);
 
 private:

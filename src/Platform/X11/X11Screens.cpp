@@ -9,7 +9,7 @@
 namespace korvane::platform {
 namespace {
 
-// A monitor that is being added lies over another one for a moment.
+// While a monitor is being added, it lies over another one for a moment.
 constexpr Seconds quietTime{0.05};
 
 }  // namespace
@@ -22,7 +22,7 @@ X11Screens::X11Screens(x11::Connection &server, x11::PropertyMirror &windows, Ma
         xcb_randr_select_input(connection, connection.root(),
                                XCB_RANDR_NOTIFY_MASK_SCREEN_CHANGE | XCB_RANDR_NOTIFY_MASK_CRTC_CHANGE
                                    | XCB_RANDR_NOTIFY_MASK_OUTPUT_CHANGE);
-    // Monitors that a person defines are reported as a change of the root window's own size.
+    // Monitors that a user defines are reported as a change of the root window's size.
     connection.watchRoot(XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     monitors = x11::readMonitors(connection);
 }
@@ -66,7 +66,7 @@ std::optional<std::size_t> X11Screens::screenAt(int x, int y) const
     return found == monitors.end() ? std::nullopt : std::optional<std::size_t>(found - monitors.begin());
 }
 
-// By the middle of the window; a minimised one is on no screen.
+// The middle of the window decides. A minimised window is on no screen.
 std::optional<std::size_t> X11Screens::screenOfActiveWindow()
 {
     const x11::WindowRecord *window = mirror.find(mirror.active());

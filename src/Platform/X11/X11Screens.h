@@ -11,20 +11,20 @@ namespace korvane::platform {
 
 class X11Screens final : public Screens, private x11::EventListener {
 public:
-    // The scale is the number of the device's pixels to a point, the same on all monitors.
+    // The scale is the number of device pixels in a point. It is the same on all monitors.
     X11Screens(x11::Connection &connection, x11::PropertyMirror &mirror, MainLoop &loop, double scale);
     ~X11Screens() override;
 
     std::vector<Screen> all() override;
-    // The screen of the active window, else that of the pointer.
+    // The screen of the active window; if there is none, the screen with the pointer.
     std::optional<std::size_t> main() override;
     Rect displayBounds(std::uint32_t number) override;
-    // Changes come in several steps; observers are told once they have come to rest.
+    // Changes come in several steps; observers are told when the last step is done.
     [[nodiscard]] Subscription observeChanges(std::function<void()> callback) override;
 
     double pixelsToPoint() const { return scale; }
-    // A strip at the lower edge of a screen as a window manager counts it: pixels from the lower edge of all screens,
-    // and the first and the last column. Absent where another monitor lies below.
+    // A strip at the lower edge of a screen, as a window manager counts it: pixels from the lower edge of all screens,
+    // and the first and the last column. Absent when another monitor lies below.
     struct BottomStrip {
         std::uint32_t height = 0, left = 0, right = 0;
     };

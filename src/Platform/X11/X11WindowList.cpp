@@ -3,7 +3,7 @@
 namespace korvane::platform {
 namespace {
 
-// Above ordinary windows, where panels and notifications are.
+// The layer above ordinary windows, with panels and notifications.
 constexpr std::int64_t panelLayer = 25;
 
 }  // namespace
@@ -16,7 +16,7 @@ std::optional<std::vector<OnScreenWindow>> X11WindowList::onScreen()
         const x11::WindowRecord *record = mirror.find(*id);
         if (!record || record->kind == x11::WindowKind::desktop)
             continue;
-        // What a manager wrote before it ended says nothing about the screen.
+        // The value may be from a manager that has ended. Then it says nothing about the screen.
         const bool elsewhere = record->desktop != x11::everyDesktop && record->desktop != mirror.currentDesktop();
         if (mirror.managed() && (record->minimized || elsewhere))
             continue;

@@ -10,7 +10,7 @@ class X11WindowList final : public WindowList {
 public:
     explicit X11WindowList(x11::PropertyMirror &windows) : mirror(windows) {}
 
-    // Without windows that are minimised or on another desktop.
+    // Minimised windows and windows on another desktop are left out.
     std::optional<std::vector<OnScreenWindow>> onScreen() override;
 
 private:

@@ -1,4 +1,4 @@
-// The bar itself: its ground, the room for the tabs, and the controls at its end.
+// The bar itself: its background, the room for the tabs, and the controls at its end.
 #pragma once
 
 #include "Views/Bar/TaskbarGeometry.h"
@@ -20,9 +20,9 @@ public:
     // Puts the row and its controls where they belong.
     void arrange(const TaskbarGeometry &geometry);
 
-    // The tabs' parent; it cuts off what reaches into the controls.
+    // The tabs' parent. It cuts off the parts of tabs that reach into the controls.
     QWidget &tabArea() { return *tabs; }
-    // There while there are overflow rows.
+    // Shown while there are overflow rows.
     SymbolButton &arrow() { return *arrowButton; }
     SymbolButton &closeAll() { return *closeAllButton; }
     SymbolButton &hideAll() { return *hideAllButton; }

@@ -1,4 +1,4 @@
-// The card of one overflow row above the bar: its ground, its tabs, the controls of the first row, the end cap.
+// The card of one overflow row above the bar: its background, its tabs, the controls of the first row, the end cap.
 #pragma once
 
 #include "Views/Bar/TaskbarGeometry.h"
@@ -14,11 +14,11 @@ class OverflowRowCard final : public QWidget {
     Q_OBJECT
 
 public:
-    // The row nearest the bar carries the controls.
+    // Only the row nearest the bar has the controls.
     OverflowRowCard(bool withControls, QWidget *parent);
 
     void setLook(const GroundLook &look);
-    // A tucked card shows its top strip alone. `mediaWidth` is the room that the sliders' buttons need; 0 for none.
+    // A tucked card shows only its top strip. `mediaWidth` is the room that the sliders' buttons need; 0 for none.
     void arrange(const CardPlace &place, int mediaWidth);
     void setLocked(bool locked);
 

@@ -8,7 +8,7 @@
 namespace korvane {
 namespace {
 
-// Around the button: the outline's outer half, and the bar left of the edge.
+// The cue needs room around the button, for the outer half of the outline and for the bar left of the edge.
 constexpr int margin = Metrics::cueCapsuleShift;
 
 }  // namespace

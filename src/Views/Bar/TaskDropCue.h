@@ -1,5 +1,5 @@
 // What a drag shows on the button beneath it: an outline where the drop would group, a bar at the left edge where it
-// would reorder. Lies over the bar and takes no hits.
+// would reorder. The cue lies over the bar and takes no hits.
 #pragma once
 
 #include <QWidget>

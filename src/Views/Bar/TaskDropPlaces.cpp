@@ -55,7 +55,7 @@ std::optional<TaskDropPlace> placeOnMainRow(const TaskbarGeometry &geometry, con
             return placeOnTab(layout, mainRowID, i, tab);
     if (const QRect zone = geometry.endZone.translated(origin); layout.mainCount > 0 && zone.contains(point))
         return placeAt(Kind::endZone, mainRowID, zone);
-    // Not the start button and the launchers, which hold no tasks.
+    // The start button and the launchers hold no tasks, so they take no drop.
     if (point.x() < layout.quicklyLaunchRightEdge)
         return std::nullopt;
     return placeAt(Kind::row, mainRowID, geometry.tabs.translated(origin));

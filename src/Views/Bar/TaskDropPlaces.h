@@ -1,4 +1,4 @@
-// What lies under a drag: the place of the bar that answers for it.
+// What lies under a drag: the part of the bar that would take the drop.
 #pragma once
 
 #include "Models/Bar/TaskDrag.h"
@@ -8,7 +8,7 @@
 
 namespace korvane {
 
-// The topmost place that takes drags; absent over nothing.
+// The topmost place that takes drags. Absent when there is no such place under the point.
 std::optional<TaskDropPlace> taskDropPlaceAt(const TaskbarGeometry &geometry, const TaskbarLayout &layout,
                                              const QPoint &point);
 

@@ -13,7 +13,7 @@ TaskResizeHandle::TaskResizeHandle(Bar &ownBar, QWidget *parent) : QAbstractButt
     setFocusPolicy(Qt::NoFocus);
     setCursor(Qt::SizeHorCursor);
     setAccessibleName(QStringLiteral("Resize"));
-    // Pressed through the accessibility tree it keeps the width, as a click without a movement does.
+    // A press through the accessibility tree keeps the width, as a click without a movement does.
     connect(this, &QAbstractButton::clicked, this, [this] {
         if (TaskResize *grip = bar.grip()) {
             grip->changed(buttonWidth, 0);

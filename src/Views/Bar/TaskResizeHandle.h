@@ -11,11 +11,11 @@ class TaskResizeHandle final : public QAbstractButton {
     Q_OBJECT
 
 public:
-    // The handle of the bar's armed entry; it moves on when another one is armed. `bar` outlives it.
+    // The handle stands on the bar's armed entry and moves when another entry is armed. `bar` outlives the handle.
     TaskResizeHandle(Bar &bar, QWidget *parent);
 
-    // `button` in the parent's coordinates; `width` is its width before that was rounded to whole points. While the
-    // grip is dragged it stays with the width at which that began.
+    // `button` in the parent's coordinates. `width` is the button's width before it was rounded to whole points. While
+    // the grip is dragged, the handle keeps the width that the button had when the drag began.
     void setButton(const QRect &button, double width);
 
 protected:
@@ -31,7 +31,7 @@ private:
     Bar &bar;
     QRect button;
     double buttonWidth = 0;
-    double pressedAt = 0;  // of the desktop
+    double pressedAt = 0;  // in desktop coordinates
 };
 
 }  // namespace korvane

@@ -14,7 +14,7 @@ int rounded(double length)
     return static_cast<int>(std::lround(length));
 }
 
-// Edges are rounded, not widths, so that the gaps between the tabs stay even.
+// The edges are rounded, not the widths, so that the gaps between the tabs stay even.
 QRect tabRectangle(double x, double width, double rowHeight)
 {
     const int left = rounded(x), right = rounded(x + width);
@@ -54,7 +54,7 @@ void placeMainTabs(TaskbarGeometry &geometry, const TaskbarLayout &layout)
         geometry.places[i] = {mainRowID, tabRectangle(x, layout.widths[i], Metrics::barHeight)};
         x += layout.widths[i] + Metrics::buttonSpacing;
     }
-    // All the free room behind the last tab, and at least a narrow strip of it.
+    // All the free room behind the last tab, but never less than a narrow strip.
     const int left = rounded(layout.mainCount > 0 ? x - Metrics::buttonSpacing : x);
     const int right = std::max(left + Metrics::narrowestEndZone, geometry.tabs.right() + 1);
     geometry.endZone = {left, (Metrics::barHeight - Metrics::buttonHeight) / 2, right - left, Metrics::buttonHeight};
@@ -86,7 +86,7 @@ TaskbarGeometry taskbarGeometry(const TaskbarGeometryInput &input)
     placeControls(geometry, settings.mediaSliderDisplay == MediaSliderDisplay::taskbar);
     placeMainTabs(geometry, layout);
 
-    // Each card shows at least a point above what lies over it.
+    // At least one point of each card shows above the row that lies over it.
     const auto above = [&](double top, double height) {
         return top - std::max(1.0, height - settings.overflowCardOverlapPixels);
     };
@@ -134,8 +134,8 @@ QRect TaskbarGeometry::tabInView(std::size_t entry) const
     return place.rectangle.translated(row ? row->shown.topLeft() : mainRow.topLeft());
 }
 
-// Lower rows lie over higher ones, and every card over every strip. A row that has opened keeps its strip, or a pointer
-// above a low card would open and leave it in turn.
+// Lower rows lie over higher ones, and every card lies over every strip. An open row keeps its strip. Otherwise the
+// pointer could be above a low card, and the row would open and close again and again.
 std::optional<int> TaskbarGeometry::overflowRowAt(const QPoint &point) const
 {
     for (const CardPlace &card : cards)

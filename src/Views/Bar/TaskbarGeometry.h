@@ -16,10 +16,10 @@ namespace korvane {
 struct CardPlace {
     int rowID = 0;
     std::size_t lower = 0, count = 0;  // the row's entries
-    double rowHeight = 0;              // of the whole card, of which a tucked one shows the top
+    double rowHeight = 0;              // of the whole card; a tucked card shows only the top of it
     bool tucked = false;
     QRect shown;       // in the view
-    QRect hoverStrip;  // in the view; of a card that is or may be tucked, where it would be
+    QRect hoverStrip;  // in the view: where the card is when tucked; only for a card that is or may be tucked
     QRect buffer;      // in the card: room for the controls
     QRect endCap;      // in the card
 };
@@ -39,9 +39,9 @@ struct TaskbarGeometry {
 
     // Null for the main row.
     const CardPlace *card(int rowID) const;
-    // In the view, whole, whether or not all of it shows.
+    // In the view. The whole tab, even if only a part of it can be seen.
     QRect tabInView(std::size_t entry) const;
-    // The overflow row that lies, or whose strip lies, under a point of the view.
+    // The overflow row whose card or hover strip lies under a point of the view.
     std::optional<int> overflowRowAt(const QPoint &point) const;
 };
 

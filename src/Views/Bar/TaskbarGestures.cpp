@@ -48,7 +48,7 @@ std::optional<TaskDropPlace> TaskbarView::dropPlaceAt(const QPoint &point) const
 
 void TaskbarView::dragEnterEvent(QDragEnterEvent *event)
 {
-    // What other programs carry is not for a bar's tasks.
+    // A bar's tasks take no drags from other programs.
     if (!ownBar.drag() || !event->mimeData()->hasText())
         return;
     event->acceptProposedAction();
@@ -112,10 +112,10 @@ void TaskbarView::arrangeResizeHandle()
     }
     if (!resizeHandle)
         resizeHandle = new TaskResizeHandle(ownBar, this);
-    // Over the row and not in it, which would cut off a grip at its edge.
+    // The grip's parent is the view and not the row, because the row would cut off a grip at its edge.
     const auto index = static_cast<std::size_t>(entry - layout.entries.begin());
     resizeHandle->setButton(places.tabInView(index), layout.widths[index]);
-    // What a tucked row hides of its tabs it hides of the grip.
+    // While a row is tucked away, most of its tabs is hidden, so the grip is hidden too.
     const CardPlace *card = places.card(places.places[index].rowID);
     resizeHandle->setVisible(grip->resizing() || !card || !card->tucked);
     resizeHandle->raise();

@@ -52,7 +52,8 @@ TaskbarView::TaskbarView(AppModel &appModel, ViewServices &viewServices, platfor
 
 TaskbarView::~TaskbarView()
 {
-    // The grip and the buttons refer to the bar and to the host, which end before this widget's children do.
+    // Deleted first, because the grip and the buttons refer to the bar and to the host, which end before this widget's
+    // children do.
     delete resizeHandle;
     qDeleteAll(findChildren<TaskButton *>());
 }
@@ -81,7 +82,7 @@ void TaskbarView::arrange()
 {
     arrangeRows();
     arrangeButtons();
-    // Other tabs may lie under a drag that rests.
+    // The tabs under a drag can change even when the pointer does not move.
     if (dragPoint)
         ownBar.dragRestsOver(dropPlaceAt(*dragPoint), dragPoint->x());
     showCue();
@@ -95,7 +96,7 @@ QWidget *TaskbarView::rowWidget(int rowID)
 void TaskbarView::arrangeButtons()
 {
     const TaskbarLayout &current = ownBar.layout();
-    // Most passes find every entry where the last one had it.
+    // Most passes find every entry in the same order as the last pass.
     std::vector<Buttons::value_type *> order;
     order.reserve(current.entries.size());
     ++passNumber;
@@ -216,7 +217,7 @@ void TaskbarView::arrangeControls()
     const bool onCard = display == MediaSliderDisplay::overflow && !cards.empty(),
                onBar = display == MediaSliderDisplay::taskbar;
     if (!onCard && !onBar) {
-        // Nobody is to be asked for levels that nobody sees.
+        // The system is not asked for levels that nobody sees.
         for (QWidget *control : {static_cast<QWidget *>(brightness), static_cast<QWidget *>(volume)})
             if (control) {
                 control->hide();

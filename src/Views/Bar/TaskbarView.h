@@ -1,5 +1,5 @@
 // The content of one panel: the main row along the bottom, the overflow rows stacked above it. It asks its bar for a
-// layout and brings its widgets to it; a tab keeps its widget for as long as its entry lives.
+// layout and arranges its widgets accordingly. A tab keeps its widget for as long as its entry lives.
 #pragma once
 
 #include "Models/Bar/Bar.h"
@@ -33,21 +33,22 @@ public:
     TaskbarView(AppModel &model, ViewServices &services, platform::Platform &platform, QWidget *parent = nullptr);
     ~TaskbarView() override;
 
-    // What the settings panel's own task opens.
+    // `show` is called when the settings panel's own task is clicked.
     void setShowSettings(std::function<void()> show) { showSettings = std::move(show); }
 
-    // One pass. Widgets whose part did not change are left alone.
+    // One pass. A widget is left alone when nothing changed for it.
     void updateFromModel();
     // Whether the desktop can shine through.
     void setTranslucent(bool translucent);
-    // Where the pointer is; absent when it is not over this bar. Rows that are tucked away open by this.
+    // Where the pointer is; absent when it is not over this bar. The pointer opens rows that are tucked away.
     void pointerMoved(std::optional<QPoint> positionInView);
 
     Bar &bar() { return ownBar; }
     const TaskbarGeometry &geometryOfBar() const { return places; }
     // Null when no entry has that identifier.
     TaskButton *button(const std::string &entryID) const;
-    // From the lower edge to the upper edge of the highest card: what the view shows of a panel that is taller.
+    // From the lower edge to the upper edge of the highest card. The panel may be taller; only this height of it is
+    // shown.
     int shownHeight() const;
     // The part of the view that is drawn; the rest belongs to the desktop behind it.
     QRegion drawnRegion() const;
@@ -65,7 +66,7 @@ protected:
 private:
     struct ShownButton {
         TaskButton *button = nullptr;
-        std::uint64_t pass = 0;  // the last one that had its entry
+        std::uint64_t pass = 0;  // the last pass in which the entry existed
         bool stripAtTop = false;
     };
     using Buttons = std::unordered_map<std::string, ShownButton>;
@@ -89,12 +90,12 @@ private:
     TaskbarGeometry places;
     bool isTranslucent = false;
 
-    std::optional<QPoint> dragPoint;  // of a drag over this bar
+    std::optional<QPoint> dragPoint;  // where a drag over this bar is
 
     MainRowView *mainRow;
     AttentionControlView *attention;
     ClockView *clock;
-    // Null while the settings have them nowhere.
+    // Null when the settings show the control nowhere.
     BrightnessControlView *brightness = nullptr;
     VolumeControlView *volume = nullptr;
     std::vector<OverflowRowCard *> cards;  // nearest the bar first

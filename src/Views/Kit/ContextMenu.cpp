@@ -9,7 +9,8 @@
 namespace korvane {
 namespace {
 
-// Titles come from strangers too: nothing in them is a mnemonic or a shortcut, and none widens the menu without end.
+// Titles come from strangers too. Nothing in them may become a mnemonic or a shortcut, and a long title must not make
+// the menu too wide.
 QString menuText(const std::string &title, const QMenu &menu)
 {
     return menu.fontMetrics()

@@ -1,4 +1,4 @@
-// Menus of the toolkit made from menus that are values.
+// Makes menus of the toolkit from menus that are values.
 #pragma once
 
 #include "Models/Tasks/TaskMenus.h"
@@ -10,10 +10,10 @@ class QWidget;
 
 namespace korvane {
 
-// Belongs to the owner and goes away when it closes. What is chosen happens at the next turn, when the menu is gone;
-// nothing happens if the owner has gone by then.
+// The menu belongs to the owner and is deleted when it closes. The chosen action runs at the next turn, when the menu
+// is gone. Nothing happens if the owner is gone by then.
 QMenu *makeContextMenu(const Menu &menu, QWidget &owner);
-// Opens the menu upwards from that place of the desktop, as far as there is room.
+// Opens the menu upwards from a place of the desktop, as far as the room above allows.
 void openUpwards(QMenu &menu, const QPoint &place);
 
 }  // namespace korvane

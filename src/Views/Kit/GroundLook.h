@@ -1,4 +1,4 @@
-// How the ground of a row is drawn.
+// How the background of a row is drawn.
 #pragma once
 
 namespace korvane {

@@ -1,4 +1,5 @@
-// A plain line of a group's window list that can be pressed: by the pointer, or by the keys that its popover has taken.
+// A plain line of a group's window list that can be pressed: with the pointer, or with the keys while its popover has
+// the keyboard.
 #pragma once
 
 #include "Models/Tasks/TaskMenus.h"
@@ -13,8 +14,8 @@ class ListButton : public QAbstractButton {
 public:
     explicit ListButton(QWidget *parent);
 
-    // Whether it is the one that the keys are for. Its window never has the focus of the desktop, so that the toolkit
-    // does not say so.
+    // Whether this button receives the keys. The toolkit cannot tell, because the button's window never has the focus
+    // of the desktop.
     void setHighlighted(bool highlighted);
 
 Q_SIGNALS:
@@ -22,7 +23,7 @@ Q_SIGNALS:
     void menuClosed();
 
 protected:
-    // Empty for none.
+    // An empty menu means that there is none.
     virtual Menu contextMenu() const { return {}; }
     virtual void paintContent(QPainter &painter) = 0;
 

@@ -1,5 +1,5 @@
-// Every size, radius, opacity and colour that is drawn, once and by name. Those that the rules of the layout reckon
-// with are taken from there. Points; opacities from 0 to 1.
+// Every size, radius, opacity and colour that is drawn, once and by name. Values that the layout rules also use are
+// taken from LayoutMetrics. Points; opacities from 0 to 1.
 #pragma once
 
 #include "Models/Bar/LayoutMetrics.h"
@@ -12,7 +12,7 @@ namespace korvane::Metrics {
 using LayoutMetrics::barHeight;
 inline constexpr double gradientTopOpacity = 0.30;
 inline constexpr double gradientBottomOpacity = 0.54;
-inline constexpr QColor material(46, 49, 56, 235);  // under the gradient, where the desktop can shine through
+inline constexpr QColor material(46, 49, 56, 235);  // under the gradient, when the desktop can shine through
 inline constexpr QColor opaqueMaterial(46, 49, 56);
 
 inline constexpr int barEndPadding = 2;  // between the last control and the screen's edge
@@ -111,7 +111,7 @@ inline constexpr int listSpacing = 4;
 inline constexpr int listPadding = 4;
 inline constexpr int listDividerHeight = 1;
 inline constexpr int listWidth = 220;       // at least
-inline constexpr int widestListText = 420;  // what is longer is cut
+inline constexpr int widestListText = 420;  // a longer text is cut
 inline constexpr int listScrollHeight = 420;
 inline constexpr int rowHeight = 28;
 inline constexpr int rowPadding = 8;
@@ -121,7 +121,7 @@ inline constexpr double rowFocusOpacity = 0.12;  // of white
 inline constexpr int headerTopPadding = 6;
 inline constexpr int headerIconSize = 22;
 inline constexpr double headerChevronSize = 10;
-inline constexpr int fieldTextMargin = 2;  // of the toolkit's, between a field's edge and its text
+inline constexpr int fieldTextMargin = 2;  // the toolkit's own margin between a field's edge and its text
 inline constexpr double secondaryOpacity = 0.55;
 inline constexpr int hideAllRowHeight = 30;
 inline constexpr double hideAllRowSymbolSize = 13;
@@ -130,7 +130,7 @@ inline constexpr double hideAllRowSymbolSize = 13;
 inline constexpr double heightAnimationSeconds = 0.1;
 inline constexpr double animationFrameSeconds = 1.0 / 60;
 
-// Texts come from strangers: what is longer is cut before it is shaped.
+// Texts come from strangers: a longer one is cut before it is shaped.
 inline constexpr int longestText = 4096;
 inline constexpr int widestMenuText = 420;
 

@@ -23,7 +23,7 @@ QColor white(double opacity)
     return QColor::fromRgbF(1, 1, 1, static_cast<float>(opacity));
 }
 
-// With so much black laid over it.
+// The colour with black of that opacity over it.
 QColor darkened(const QColor &color, double black)
 {
     const double alpha = color.alphaF() + black - color.alphaF() * black;
@@ -35,11 +35,12 @@ QColor darkened(const QColor &color, double black)
 void paintGround(QPainter &painter, const QRectF &rectangle, const QPainterPath &shape, double opacity,
                  bool translucent)
 {
-    // Without a compositor what is not drawn is black, and a see-through ground would only be darker.
+    // Without a compositor, pixels that are not drawn are black. A translucent background would only look darker.
     const double shown = translucent ? std::clamp(opacity, 0.0, 1.0) : 1.0;
     painter.save();
     painter.setOpacity(painter.opacity() * shown);
-    // Black over the material as one colour: with an opacity the layers would add up to more than it.
+    // Black and the material are mixed into one colour. As two translucent layers they would be more opaque together
+    // than the opacity says.
     QLinearGradient gradient(rectangle.topLeft(), rectangle.bottomLeft());
     const QColor &material = translucent ? Metrics::material : Metrics::opaqueMaterial;
     gradient.setColorAt(0, darkened(material, Metrics::gradientTopOpacity));
@@ -63,7 +64,8 @@ void drawEndCap(QPainter &painter, const QRectF &rectangle)
 
 void drawCard(QPainter &painter, const QRectF &rectangle, const GroundLook &look)
 {
-    // The lower corners of a rounded rectangle that reaches below the card are cut off, which leaves them square.
+    // The rounded rectangle reaches below the card, and its lower corners are cut off there. So the card's lower
+    // corners are square.
     const QRectF outline = rectangle.adjusted(0, 0, 0, Metrics::cardRadius);
     QPainterPath rounded;
     rounded.addRoundedRect(outline, Metrics::cardRadius, Metrics::cardRadius);
@@ -114,7 +116,8 @@ void paintCard(QPainter &painter, const QRect &rectangle, const GroundLook &look
         drawCard(painter, rectangle, look);
         return;
     }
-    // Drawn once; each card is put together from its two ends and what lies between them, which is the same all along.
+    // One card is drawn once. Each card is put together from the two ends of that picture and its middle, which is the
+    // same everywhere.
     const QSize size(2 * edge + middle, rectangle.height());
     const QString key = QStringLiteral("korvane card %1 %2 %3 %4")
                             .arg(size.height())
@@ -149,7 +152,8 @@ void paintRoundedFill(QPainter &painter, const QRect &rectangle, int radius, con
     const QTransform toPixels = painter.deviceTransform();
     const double ratio = toPixels.m11();
     if (ratio != std::floor(ratio)) {
-        // Whole points are no whole pixels: pieces would overlap in seams. One outline, moved onto the pixels.
+        // Whole points are not whole pixels here, and separate pieces would overlap visibly. So it is one outline,
+        // moved onto the pixels.
         const QRectF pixels(toPixels.mapRect(QRectF(rectangle)));
         const QPointF topLeft(std::round(pixels.left()), std::round(pixels.top()));
         const QPointF bottomRight(std::round(pixels.right()), std::round(pixels.bottom()));

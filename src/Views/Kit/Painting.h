@@ -20,27 +20,27 @@ class QWidget;
 namespace korvane {
 
 QColor toColor(const Rgb &color, double opacity = 1);
-// The system's font at that many points, which are pixels of the device-independent kind.
+// The system's font at that many points. A point is one device-independent pixel.
 QFont systemFont(int size, bool bold = false);
 
-// The bar's dark ground. Opaque where the desktop can't shine through.
+// The bar's dark background. It is opaque when the desktop can't shine through.
 void paintTaskbarBackground(QPainter &painter, const QRectF &rectangle, double opacity, bool translucent);
-// The same with the upper corners rounded, a hairline around it, and the cap at its end.
+// The same background with rounded upper corners, a hairline around it, and the cap at its end.
 void paintCard(QPainter &painter, const QRect &rectangle, const GroundLook &look);
-// A rectangle with rounded corners, on whole points. Made of plain fills and four small pictures: cheaper by far than
-// an outline, of which a full bar would need hundreds.
+// A rectangle with rounded corners, on whole points. It is made of plain fills and four small pictures. This is far
+// cheaper than an outline; a full bar would need hundreds of outlines.
 void paintRoundedFill(QPainter &painter, const QRect &rectangle, int radius, const QColor &color);
 // A capsule.
 void paintStrip(QPainter &painter, const QRectF &rectangle, const QColor &color);
 
-// A group's icon: its glyph as text, or else its picture.
+// Paints a group's icon: its glyph as text if it has one, otherwise its picture.
 class IconPixmaps;
 void paintIcon(QPainter &painter, const QRectF &square, const platform::ImagePtr &icon, const std::string &glyph,
                IconPixmaps &icons);
 
 void paintNotificationMark(QPainter &painter, const NotificationMark &mark);
 
-// Pictures scaled once for each size they are drawn at, and forgotten with the last record that holds them.
+// Pictures, scaled once for each size at which they are drawn. They are forgotten with the last record that holds them.
 class IconPixmaps {
 public:
     // `size` in points. A null pixmap for a null picture.

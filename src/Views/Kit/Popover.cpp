@@ -21,11 +21,11 @@ Popover::Popover(platform::Platform &system, QWidget &owner)
 {
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_TranslucentBackground);
-    // What the anchor draws with is not meant for its popover.
+    // The popover must not inherit the anchor's font.
     setFont(systemFont(Metrics::popoverFontSize));
 }
 
-// One that goes while it is open holds no bar any more.
+// Hidden first, so that a popover that is deleted while open no longer counts as open.
 Popover::~Popover()
 {
     if (isVisible())
@@ -83,7 +83,7 @@ void Popover::hideEvent(QHideEvent *event)
     Q_EMIT closed();
 }
 
-// The keys come by a grab, as for a menu: a real focus would make this program the active one.
+// A grab brings the keys, as for a menu: with a real focus this program would become the active one.
 void Popover::takeKeyboard()
 {
     if (keyboard != Keyboard::taken || !windowHandle())
@@ -141,7 +141,7 @@ void Popover::keyPressEvent(QKeyEvent *event)
     }
 }
 
-// A press on the anchor is the anchor's affair, and one in a menu belongs to what the menu was opened on.
+// A press on the anchor is left to the anchor. A press in a menu belongs to the control that opened the menu.
 void Popover::pressedSomewhere()
 {
     if (QApplication::activePopupWidget())

@@ -1,5 +1,5 @@
-// A rounded panel that stands above the control it belongs to: a list, a slider. It never takes the focus, so the
-// active window of the desktop stays what it is.
+// A rounded panel above the control it belongs to: a list, a slider. It never takes the focus, so the active window of
+// the desktop stays active.
 #pragma once
 
 #include "Ports/Platform.h"
@@ -14,28 +14,28 @@ class Popover final : public QWidget {
 
 public:
     enum class Keyboard {
-        left,  // it goes on to whoever has the focus: for what a hovering pointer or the wheel has opened
+        left,  // the window with the focus keeps it: when a hovering pointer or the wheel opens the popover
         taken  // grabbed while open: Tab and the arrows move between the controls, Return presses, Escape closes
     };
 
-    // Belongs to the anchor and goes with it.
+    // The popover belongs to the anchor and is deleted with it.
     Popover(platform::Platform &platform, QWidget &anchor);
     ~Popover() override;
 
-    // Named for the accessibility tree.
+    // The name in the accessibility tree.
     void setName(const QString &name);
-    // Takes the content over, in place of the one before. A change of its size hint resizes the open popover, its lower
-    // edge staying where it is.
+    // Takes ownership of the content and replaces the one before. When the content's size hint changes, the open
+    // popover is resized and its lower edge stays in place.
     void setContent(QWidget *content);
-    // Shows it above the anchor. Of an open one only the keyboard may still be taken.
+    // Shows it above the anchor. If it is already open, this can only take the keyboard.
     void open(Keyboard keyboard);
     bool isOpen() const { return isVisible(); }
-    // Whether any popover of the program is open: a bar that holds one must not go away beneath it.
+    // Whether any popover of the program is open. A bar must not hide while one of its popovers is open.
     static bool anyOpen() { return openCount > 0; }
 
 Q_SIGNALS:
     void opened();
-    // By whatever closed it.
+    // For whatever reason it closed.
     void closed();
 
 protected:

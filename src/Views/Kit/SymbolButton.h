@@ -12,21 +12,21 @@ class SymbolButton : public QAbstractButton {
 public:
     // Where the picture lies in the button.
     struct Look {
-        QString symbol;       // by its name; empty when there is a text
-        QString text;         // in place of a symbol
+        QString symbol;       // its name; empty when there is a text
+        QString text;         // shown in place of a symbol
         double size = 10;     // of the symbol's square or of the font, in points
         double opacity = 1;   // of the whole button
         double stretchY = 1;  // of the symbol, vertically
         friend bool operator==(const Look &, const Look &) = default;
     };
 
-    // The size is the button's own for good.
+    // The size never changes.
     SymbolButton(const QSize &size, QWidget *parent);
 
-    // Repaints when it differs.
+    // Repaints when the look differs.
     void setLook(const Look &look);
     const Look &currentLook() const { return look; }
-    // The tool tip, which is also the name that the accessibility tree gives.
+    // The tool tip. It is also the button's name in the accessibility tree.
     void setTip(const QString &tip);
 
     QSize sizeHint() const override { return fixedSize; }

@@ -29,7 +29,7 @@ void paintSymbol(QPainter &painter, const QString &name, const QRectF &place)
     if (symbol.isNull())
         return;
     if (place.width() == place.height()) {
-        // The toolkit puts what it need not scale onto whole pixels.
+        // The toolkit puts a picture onto whole pixels when it need not scale it.
         painter.drawPixmap(place.topLeft(), symbol);
         return;
     }

@@ -5,7 +5,7 @@
 namespace korvane {
 namespace {
 
-// Titles of closed windows are forgotten when this many were measured.
+// When this many texts were measured, all are forgotten, so that titles of closed windows do not stay.
 constexpr std::size_t rememberedTexts = 4096;
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Texts from strangers made fit to draw and to measure.
+// Makes texts from strangers fit to draw and to measure.
 #pragma once
 
 #include <QFontMetricsF>
@@ -9,8 +9,8 @@
 
 namespace korvane {
 
-// Cut to a length that can be shaped, without control characters or line ends. Invalid UTF-8 becomes replacement
-// characters.
+// The text is cut to a length that can be shaped, and has no control characters or line ends. Invalid UTF-8 becomes
+// replacement characters.
 QString displayText(std::string_view text);
 
 // Measures each text once.

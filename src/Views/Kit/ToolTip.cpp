@@ -13,7 +13,7 @@ QString plain(const QString &text)
     return Qt::mightBeRichText(text) ? QStringLiteral("<span>%1</span>").arg(text.toHtmlEscaped()) : text;
 }
 
-// Shows the tips of all widgets that have one, in place of the toolkit, which would read their markup.
+// Shows the tool tips of all widgets. The toolkit would read markup in them.
 class PlainToolTips final : public QObject {
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override

@@ -7,8 +7,8 @@ class QWidget;
 
 namespace korvane {
 
-// Texts come from strangers: what looks like markup is shown as it stands. The tip also shows over a window that is not
-// the active one, which a bar never is.
+// Texts come from strangers, so markup is shown as plain text. The tip also shows when the widget's window is not the
+// active one; a bar never is the active window.
 void setPlainToolTip(QWidget &widget, const QString &text);
 
 }  // namespace korvane

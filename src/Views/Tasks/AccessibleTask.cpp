@@ -23,7 +23,7 @@ public:
         return state;
     }
     QStringList actionNames() const override { return {pressAction(), showMenuAction()}; }
-    // Later: both may open something that waits for an answer, and the asking program waits for ours.
+    // Called later: both actions may open something that waits for an answer, and the program that asked waits for us.
     void doAction(const QString &name) override
     {
         auto *button = static_cast<TaskButton *>(object());
@@ -36,7 +36,7 @@ public:
 
 QAccessibleInterface *accessibleOf(const QString &className, QObject *object)
 {
-    // A bare widget would stand there as something that only fills room.
+    // A widget without an interface of its own would appear in the tree as mere filling.
     if (className == QLatin1String("korvane::TaskbarPanel"))
         return new QAccessibleWidget(qobject_cast<QWidget *>(object), QAccessible::Window);
     if (className == QLatin1String("korvane::TaskbarView"))

@@ -11,7 +11,7 @@ class CloseGlyph final : public SymbolButton {
 public:
     explicit CloseGlyph(QWidget *parent);
 
-    // Into the upper right corner of its parent.
+    // Moves the glyph into the upper right corner of its parent.
     void place();
 };
 

@@ -18,7 +18,7 @@ QFont listFont(bool heading = false)
     return systemFont(Metrics::popoverFontSize, heading);
 }
 
-// Left of the text and right of it, without the text itself.
+// The width of everything left and right of the text, without the text itself.
 constexpr int headerSurroundings = 2 * Metrics::rowPadding + Metrics::headerIconSize + 2 * Metrics::rowSpacing
                                    + static_cast<int>(Metrics::headerChevronSize);
 constexpr int rowSurroundings = 2 * Metrics::rowPadding + Metrics::rowIconSize + Metrics::rowSpacing;
@@ -186,7 +186,7 @@ void GroupWindowRow::mouseMoveEvent(QMouseEvent *event)
     setDown(false);
     const RunningAppItem carried = item;
     host.beginDrag(*this, TaskCommands::rowDragID(carried), {carried.id});
-    // The row may be gone by now.
+    // The row may be deleted by now, so nothing here may use it.
 }
 
 void GroupWindowRow::paintContent(QPainter &painter)

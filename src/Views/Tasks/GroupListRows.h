@@ -1,4 +1,4 @@
-// The lines of a group's window list: its heading, one line for each window, and the one that hides them all.
+// The lines of a group's window list: its heading, one line for each window, and the line that hides all windows.
 #pragma once
 
 #include "Views/Kit/DragStart.h"
@@ -16,7 +16,7 @@ class GroupListHeader final : public ListButton {
     Q_OBJECT
 
 public:
-    // A custom group's heading holds its name in a field, which is there to be changed.
+    // A custom group's heading shows its name in a field, so that the name can be changed.
     GroupListHeader(const TaskButtonHost &host, const RunningAppGroup &group, QWidget *parent);
 
     void setGroup(const RunningAppGroup &group);
@@ -63,7 +63,7 @@ private:
     RunningAppItem item;
     TaskButtonLook look;
     QString title;
-    CloseGlyph *closeGlyph = nullptr;  // there while the look has one
+    CloseGlyph *closeGlyph = nullptr;  // null when the look has no close glyph
     DragStart dragStart;
 };
 

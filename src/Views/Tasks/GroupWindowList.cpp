@@ -50,7 +50,7 @@ GroupWindowList::GroupWindowList(const TaskButtonHost &listHost, const RunningAp
     column->addWidget(rowArea);
     column->addWidget(makeDivider(this));
     column->addWidget(add(hideAllRow));
-    // The list closes first: what follows may bring another window forward.
+    // The list closes first, because the action may bring another window forward.
     connect(header, &QAbstractButton::clicked, this, [this] {
         const RunningAppGroup chosen = group;
         AppModel &model = host.model;
@@ -69,7 +69,7 @@ GroupWindowList::GroupWindowList(const TaskButtonHost &listHost, const RunningAp
 
 GroupWindowList::~GroupWindowList()
 {
-    // The children that go now still pass the keys on.
+    // While the children are deleted, the focus still moves from one to the next.
     disconnect(keys);
 }
 
@@ -136,7 +136,7 @@ void GroupWindowList::arrangeRows()
         rowColumn->removeWidget(gone);
     arrangeScrolling();
 
-    // Those who read the list, and the keys, go through it as it stands.
+    // Assistive programs and the Tab key go through the rows in the order that is shown.
     for (GroupWindowRow *row : rows)
         row->raise();
     hideAllRow->raise();
@@ -147,7 +147,7 @@ void GroupWindowList::arrangeRows()
         before = row;
     }
     setTabOrder(before, hideAllRow);
-    // The keys stay with their row, or pass to the one that takes its place.
+    // The focus stays on its row. If the row is gone, the row in its place gets the focus.
     if (rowHadFocus && !rows.empty()) {
         const bool stays = std::find(rows.begin(), rows.end(), focused) != rows.end();
         (stays ? focused : rows[std::min(focusedIndex, rows.size() - 1)])->setFocus();
@@ -167,7 +167,7 @@ void GroupWindowList::arrangeScrolling()
         scroll->verticalScrollBar()->setPalette(QPalette(Qt::white, Metrics::popoverControl, Metrics::popoverControl,
                                                          Metrics::popoverTrack, Metrics::popoverControl, Qt::white,
                                                          Qt::white, Metrics::popoverTrack, Metrics::popoverTrack));
-        delete column->replaceWidget(rowArea, scroll);  // the item it stood in, which nobody keeps
+        delete column->replaceWidget(rowArea, scroll);  // deletes the layout item, which nobody else owns
         scroll->setWidget(rowArea);
         rowArea->setAutoFillBackground(false);
         scroll->show();
@@ -201,7 +201,7 @@ void GroupWindowList::keysMoved(QObject *child)
         if (highlighted)
             highlighted->setHighlighted(true);
     }
-    // The toolkit tells a field of the focus only in the active window, which this one never is.
+    // The toolkit tells a field about the focus only in the active window, and this window never is active.
     auto *field = qobject_cast<QLineEdit *>(child);
     if (field != focusedField && !isActiveWindow()) {
         if (focusedField) {

@@ -1,6 +1,6 @@
 // What a group's popover holds: the group's heading, its windows, and a line that hides them all. It follows the group
-// while it is open; a window's line lives as long as the window, with the keys and the scrolling staying where they
-// are.
+// while it is open. A window's line lives as long as the window. The keyboard focus and the scroll position stay where
+// they are.
 #pragma once
 
 #include "Views/Tasks/TaskButtonHost.h"
@@ -29,7 +29,7 @@ public:
     ~GroupWindowList() override;
 
     void setGroup(const RunningAppGroup &group);
-    // Shows which child the keys of that window are for, from now on.
+    // From now on, highlights the child that receives the keys of that window.
     void followKeys(QWindow &window);
 
     GroupListHeader &heading() const { return *header; }
@@ -40,9 +40,9 @@ public:
     QScrollArea *scrollArea() const { return scroll; }
 
 Q_SIGNALS:
-    // Something was chosen; the list is to close.
+    // Something was chosen, so the list has to close.
     void done();
-    // The keys are free again.
+    // The context menu has given the keys back.
     void menuClosed();
 
 private:

@@ -82,7 +82,7 @@ void RunningAppGroupButton::openList()
     popover->setName(displayText(group.displayName()));
     popover->setContent(list);
     connect(list, &GroupWindowList::done, this, &RunningAppGroupButton::closeList);
-    // A menu takes the keys from whoever has them.
+    // A menu takes the keys away, so the list takes them back when the menu closes.
     connect(list, &GroupWindowList::menuClosed, popover, [opened = popover.data()] {
         if (opened->isOpen())
             opened->open(Popover::Keyboard::taken);

@@ -15,7 +15,7 @@ class RunningAppGroupButton final : public TaskButton {
 
 public:
     RunningAppGroupButton(const TaskButtonHost &host, QWidget *parent);
-    // An open list closes with its group.
+    // Closes the list if it is open.
     ~RunningAppGroupButton() override;
 
     void setEntry(const TaskbarEntry &entry, bool stripAtTop) override;

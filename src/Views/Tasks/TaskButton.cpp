@@ -40,7 +40,7 @@ void TaskButton::setLook(TaskButtonLook newLook)
         closeGlyph = new CloseGlyph(this);
         closeGlyph->place();
         closeGlyph->show();
-        // At the next turn: a question may follow, and the button may go while it is being asked.
+        // Called at the next turn: a question may follow, and the button may be deleted while the question is open.
         connect(
             closeGlyph, &QAbstractButton::clicked, this, [this] { closeEntry(); }, Qt::QueuedConnection);
     } else if (!newLook.closeGlyph) {
@@ -84,11 +84,11 @@ void TaskButton::mouseMoveEvent(QMouseEvent *event)
         QAbstractButton::mouseMoveEvent(event);
         return;
     }
-    // What has become a drag is no click any more.
+    // After a drag, the press is no longer a click.
     setDown(false);
     const Drag carried = drag();
     host.beginDrag(*this, carried.id, carried.windowIDs);
-    // The button may be gone by now.
+    // The button may be deleted by now, so nothing here may use it.
 }
 
 // ---------------------------------------------------------------------------------------------------- drawing
@@ -115,7 +115,7 @@ const QStaticText &TaskButton::elidedText()
     if (!elidedIsValid) {
         const QFontMetricsF measure(font());
         const QString cut = measure.elidedText(shownText, Qt::ElideRight, textRectangle().width());
-        // A title that is read from the right has its own end on the left, yet it too stands beside its icon.
+        // A right-to-left title ends on its left, but it also stands beside its icon.
         QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
         option.setTextDirection(Qt::LayoutDirectionAuto);
         option.setWrapMode(QTextOption::NoWrap);
@@ -129,7 +129,7 @@ const QStaticText &TaskButton::elidedText()
     return elided;
 }
 
-// Right behind the text, wherever that ends.
+// The chevron stands right behind the end of the text.
 void TaskButton::paintChevron(QPainter &painter, const QRectF &text)
 {
     const double x = text.left() + std::min(elidedWidth, text.width()) + Metrics::iconTextSpacing;

@@ -1,5 +1,5 @@
 // The button of one entry of a task row: what tasks and groups have in common. It draws a look and reports what a
-// person does with it; it holds no rule.
+// person does with the button; it holds no rule.
 #pragma once
 
 #include "Models/Tasks/TaskMenus.h"
@@ -24,10 +24,10 @@ public:
     // The host outlives the button.
     TaskButton(const TaskButtonHost &host, QWidget *parent);
 
-    // Shows the entry, which is of the kind that the button was made for. Repaints only when the look differs.
+    // Shows the entry. It must be of the kind that the button was made for. Repaints only when the look differs.
     virtual void setEntry(const TaskbarEntry &entry, bool stripAtTop) = 0;
     const TaskButtonLook &currentLook() const { return look; }
-    // Above the button.
+    // Opens the menu above the button.
     void openMenu();
 
     QSize sizeHint() const override;
@@ -40,7 +40,7 @@ protected:
 
     virtual Menu contextMenu() const = 0;
     virtual Drag drag() const = 0;
-    // Closes the window, or what a group asks for in its place.
+    // Closes the window. A group that stands for several windows asks whether to quit instead.
     virtual void closeEntry() = 0;
 
     void setLook(TaskButtonLook look);
@@ -61,14 +61,14 @@ private:
 
     TaskButtonLook look;
     QString shownText;   // the whole text, fit to draw
-    QStaticText elided;  // as it was cut last, shaped once for all its paints
+    QStaticText elided;  // the text as it was last cut; shaped once and then painted many times
     double elidedWidth = 0;
     bool elidedIsValid = false;
-    CloseGlyph *closeGlyph = nullptr;  // there while the look has one
+    CloseGlyph *closeGlyph = nullptr;  // null when the look has no close glyph
     DragStart dragStart;
 };
 
-// The button that fits the entry's kind, already showing it.
+// Makes the button that fits the entry's kind. It already shows the entry.
 TaskButton *makeTaskButton(const TaskButtonHost &host, const TaskbarEntry &entry, bool stripAtTop, QWidget *parent);
 
 }  // namespace korvane

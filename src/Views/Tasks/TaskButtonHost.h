@@ -1,4 +1,4 @@
-// What a bar lends its buttons.
+// What a bar provides to its buttons.
 #pragma once
 
 #include "Models/AppModel/AppModel.h"
@@ -16,11 +16,11 @@ struct TaskButtonHost {
     AppModel &model;
     ViewServices &services;
     platform::Platform &platform;
-    // "Set First" and "Set Last" of what a drag id stands for.
+    // "Set First" and "Set Last" for what the drag id stands for.
     std::function<void(const std::string &dragID, const std::set<std::string> &windowIDs, bool first)> setTaskPosition;
     std::function<void()> showSettings;
     std::function<void(const std::string &entryID)> armResize;
-    // Carries the picture of the source until the button is let go or the drag is given up; returns then.
+    // The pointer carries a picture of the source. Returns when the mouse button is released or the drag is cancelled.
     std::function<void(QWidget &source, const std::string &dragID, const std::set<std::string> &windowIDs)> beginDrag;
 };
 

@@ -18,7 +18,7 @@ std::optional<Strip> drawn(const std::optional<StripChoice> &choice, const Setti
     return Strip{TabColors::storedTabColor(settings.*choice->colorSetting).value_or(fallback), choice->opacity};
 }
 
-// A coloured button does not show the active highlight; its strip alone tells.
+// A coloured button does not show the active highlight. Only its strip shows that it is active.
 void fill(TaskButtonLook &look, const std::optional<std::string> &colorName, const SettingsValues &settings)
 {
     look.color = TabColors::storedTabColor(colorName);

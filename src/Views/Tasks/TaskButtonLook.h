@@ -26,7 +26,7 @@ struct TaskButtonLook {
     std::optional<Strip> strip;
     bool stripAtTop = false;
     Choice<NotificationBadgeStyle> markStyle = NotificationBadgeStyle::none;  // of the notification mark
-    bool chevron = false;                                                     // it opens a list
+    bool chevron = false;                                                     // shown when the button opens a list
     bool closeGlyph = false;
     friend bool operator==(const TaskButtonLook &, const TaskButtonLook &) = default;
 };
@@ -35,7 +35,7 @@ namespace TaskButtonLooks {
 
 TaskButtonLook ofItem(const AppModel &model, const RunningAppItem &item, bool stripAtTop);
 TaskButtonLook ofGroup(const AppModel &model, const RunningAppGroup &group, bool stripAtTop);
-// Of a window in its group's list, which has neither fill nor colour.
+// The look of a window in its group's list. It has neither fill nor colour.
 TaskButtonLook ofWindowRow(const AppModel &model, const RunningAppItem &item);
 
 }  // namespace TaskButtonLooks

@@ -20,7 +20,7 @@ std::set<std::string> windowIDs(const RunningAppGroup &group)
     return ids;
 }
 
-// The bar may be gone when an alert closes, the model is not.
+// The bar may be gone when an alert closes, but the model still exists.
 void changeIcon(const TaskButtonHost &host, const RunningAppGroup &group)
 {
     AppModel &model = host.model;
@@ -37,7 +37,7 @@ void changeIcon(const TaskButtonHost &host, const RunningAppGroup &group)
                              }));
 }
 
-// Opens the colour panel with the colour that the tab has then.
+// Opens the colour panel with the colour that the tab has at that moment.
 std::function<void(const SetColor &)> picker(const TaskButtonHost &host, std::function<ColorName()> current)
 {
     return [&platform = host.platform, current = std::move(current)](const SetColor &apply) {

@@ -1,5 +1,5 @@
-// What the buttons of tasks and groups do: their clicks, their close glyphs and their menus. Everything here is given
-// the task or group as the button held it, and goes on with that whatever becomes of the button meanwhile.
+// What the buttons of tasks and groups do: their clicks, their close glyphs and their menus. Each function gets the
+// task or group that the button held, and keeps using it even if the button changes or goes away.
 #pragma once
 
 #include "Models/Tasks/TaskMenus.h"
@@ -17,7 +17,7 @@ Menu menu(const TaskButtonHost &host, const RunningAppGroup &group);
 Menu headerMenu(const TaskButtonHost &host, const RunningAppGroup &group);
 Menu rowMenu(const TaskButtonHost &host, const RunningAppItem &item);
 
-// What a drag of a window out of its group's list carries.
+// The drag id for a window that is dragged out of its group's list.
 std::string rowDragID(const RunningAppItem &item);
 
 }  // namespace korvane::TaskCommands

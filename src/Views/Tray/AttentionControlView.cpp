@@ -99,7 +99,7 @@ AttentionControlView::AttentionControlView(AppModel &appModel, ViewServices &vie
     updateFromModel();
 }
 
-// The popover tells of its end, and must find this whole.
+// Deleted first: the popover reports that it closes, and this object must still be complete then.
 AttentionControlView::~AttentionControlView()
 {
     delete popover;
@@ -122,7 +122,7 @@ void AttentionControlView::updateFromModel()
         fillList();
 }
 
-// Its list goes with it, also the one that a resting pointer was about to open.
+// Hiding this button also closes its list, and cancels a list that the resting pointer was about to open.
 void AttentionControlView::hideEvent(QHideEvent *event)
 {
     SymbolButton::hideEvent(event);

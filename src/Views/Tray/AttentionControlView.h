@@ -1,4 +1,4 @@
-// The mark that says that some application wants attention, and the list of those that do.
+// The mark that some application wants attention, and the list of these applications.
 #pragma once
 
 #include "Models/AppModel/AppModel.h"
@@ -22,7 +22,7 @@ public:
                          QWidget *parent);
     ~AttentionControlView() override;
 
-    // Its mark, its tool tip and an open list follow the model.
+    // Updates its mark, its tool tip and an open list from the model.
     void updateFromModel();
     // Null while it is closed.
     Popover *openList() const;
@@ -40,7 +40,7 @@ private:
     platform::Platform &platform;
     bool compact;
     HoverList hover;
-    bool clicked = false;  // opened by a click, which gives it the keys
+    bool clicked = false;  // opened by a click; then the list takes the keys
     Choice<NotificationBadgeStyle> markStyle = NotificationBadgeStyle::none;
     std::vector<AttentionAppItem> listed;
     QPointer<Popover> popover;

@@ -69,7 +69,7 @@ void ClockView::setRefreshSeconds(std::int64_t seconds)
     refreshSeconds = seconds;
 }
 
-// Nothing can change before the next minute, unless somebody sets the clock.
+// The text cannot change before the next minute, unless somebody sets the clock.
 void ClockView::look()
 {
     if (paused)

@@ -14,7 +14,7 @@ class ClockLine final : public QAbstractButton {
 
 public:
     ClockLine(const QString &tip, QWidget *parent);
-    // Repaints when it is another one.
+    // Repaints when the line differs.
     void setLine(const QString &line);
 
 protected:
@@ -29,7 +29,7 @@ public:
 
     // While a tab's width is being set the bar stays still, and so does its clock.
     void setPaused(bool paused);
-    // Seconds between two looks, where the system does not tell that its clock was set.
+    // The longest time between two updates, on a system that does not report when its clock is set.
     void setRefreshSeconds(std::int64_t seconds);
 
     QString time() const { return timeLine->text(); }

@@ -19,7 +19,7 @@ namespace {
 
 constexpr int sliderSteps = 1000;
 constexpr QSize buttonSize(Metrics::trayButtonWidth, Metrics::buttonHeight);
-// A notch of the wheel is so many eighths of a degree.
+// One notch of the wheel, in eighths of a degree.
 constexpr double notch = 120;
 
 }  // namespace
@@ -39,7 +39,7 @@ LevelControlView::LevelControlView(platform::Platform &system, LevelControlActio
     showLevel();
 }
 
-// The popover tells of its end, and must find this whole.
+// Deleted first: the popover reports that it closes, and this object must still be complete then.
 LevelControlView::~LevelControlView()
 {
     delete popover;
@@ -47,7 +47,7 @@ LevelControlView::~LevelControlView()
 
 void LevelControlView::wheelEvent(QWheelEvent *event)
 {
-    // A touchpad tells of its fingers' way in pixels, a wheel of its notches.
+    // A touchpad reports pixels that the fingers moved, a wheel reports notches.
     const double delta = event->pixelDelta().isNull() ? event->angleDelta().y() / notch : event->pixelDelta().y();
     event->setAccepted(level.scroll(delta));
 }
@@ -121,7 +121,7 @@ void LevelControlView::showLevel()
         popover->open(clicked ? Popover::Keyboard::taken : Popover::Keyboard::left);
 }
 
-// The symbol changes more rarely than the level.
+// The symbol changes less often than the level, so its picture is made only when it changes.
 void LevelControlView::showPicture(const QString &symbol)
 {
     const double ratio = devicePixelRatioF();

@@ -1,5 +1,5 @@
-// The buttons for the brightness of the screen and the volume of the sound, each with a slider that stands above it
-// while the wheel turns, or after a click.
+// The buttons for the brightness of the screen and the volume of the sound. The slider of each stands above it while
+// the wheel turns, or after a click.
 #pragma once
 
 #include "Models/AppModel/AppModel.h"
@@ -21,7 +21,7 @@ class LevelControlView : public SymbolButton {
 
 public:
     const LevelControl &control() const { return level; }
-    // Null until it was first shown.
+    // Null until it is first shown.
     QSlider *slider() const { return sliderWidget; }
 
 protected:
@@ -34,7 +34,7 @@ protected:
 
     LevelControlView(platform::Platform &platform, LevelControlActions actions, const Style &style, QWidget *parent);
     ~LevelControlView() override;
-    // The system's level may be another one.
+    // Reads the level from the system; it may have changed.
     void readSystem() { level.readSystem(); }
 
     void wheelEvent(QWheelEvent *event) override;
@@ -52,8 +52,8 @@ private:
     QPointer<Popover> popover;
     QLabel *picture = nullptr, *percent = nullptr;
     QSlider *sliderWidget = nullptr;
-    QString pictured;      // the symbol beside the slider
-    bool clicked = false;  // opened by a click, which gives it the keys
+    QString pictured;      // the symbol that the slider shows now
+    bool clicked = false;  // opened by a click; then the slider takes the keys
 };
 
 class BrightnessControlView final : public LevelControlView {
