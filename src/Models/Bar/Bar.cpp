@@ -29,7 +29,8 @@ void Bar::update(double newWidth)
     passIsWanted = false;
     hover.setAutoHideOverflow(model.settings().autoHideOverflow);
     pending.list = pending.list || width != newWidth;
-    pending.everything = pending.everything || groupingChanged();
+    const bool regrouped = groupingChanged();
+    pending.everything = pending.everything || regrouped;
     width = newWidth;
     // Changes that happen during this pass belong to the next pass.
     const TaskChanges changes = std::exchange(pending, {});

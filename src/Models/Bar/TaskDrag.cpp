@@ -26,7 +26,7 @@ DropProposal TaskDrag::movedTo(const std::optional<TaskDropPlace> &place, double
 
 void TaskDrag::layoutChanged(const std::optional<TaskDropPlace> &place, double x, const TaskbarLayout &layout)
 {
-    if (!currentPlace || currentPlace->kind == TaskDropPlace::Kind::arrow)
+    if (hasEnded() || (currentPlace && currentPlace->kind == TaskDropPlace::Kind::arrow))
         return;
     left();
     enter(place, x, layout);

@@ -168,6 +168,19 @@ TEST_F(BarOnADesktop, ANewWindowLeavesTheButtonsOfTheOthersAlone)
         EXPECT_EQ(bar->buttonChanged(i), i == 20) << i;
 }
 
+TEST_F(BarOnADesktop, AfterAGroupWasMadeANewTitleAgainConcernsOneButton)
+{
+    show(20);
+    model->createCustomGroup({task(idOf(1, 0)), task(idOf(1, 1))});
+    bar->update(width);
+    EXPECT_TRUE(bar->buttonChanged(5));
+    desktop.applications.setTitle(1, hashOf(1, 9), "Another title");
+    model->refresh();
+    bar->update(width);
+    for (std::size_t i = 0; i < bar->layout().entries.size(); ++i)
+        EXPECT_EQ(bar->buttonChanged(i), id(i) == idOf(1, 9)) << i;
+}
+
 TEST_F(BarOnADesktop, WhateverChangesTheLayoutIsThatOfAWholePass)
 {
     addApplication(1, "Mail", 8);

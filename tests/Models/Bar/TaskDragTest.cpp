@@ -122,6 +122,16 @@ TEST_F(OneDrag, RestingOnTheArrowOpensTheRowsAlsoWhenTheLayoutChangesMeanwhile)
     EXPECT_FALSE(hover.overflowArrowHovered());
 }
 
+TEST_F(OneDrag, OverNothingItTakesUpAPlaceThatALayoutBringsUnderIt)
+{
+    drag.movedTo(std::nullopt, 110, layout);
+    drag.layoutChanged(on(1, 100), 110, layout);
+    EXPECT_EQ(drag.taskDropCue(), "before:b");
+    drag.giveUp();
+    drag.layoutChanged(on(2, 100), 110, layout);
+    EXPECT_FALSE(drag.taskDropCue());
+}
+
 TEST_F(OneDrag, RowsThatItOpenedCloseAtItsEndWhicheverItIs)
 {
     drag.movedTo(ofKind(Kind::tuckedRows), 0, layout);
