@@ -38,8 +38,8 @@ public:
                                                    nullptr))
     {
         static const GDBusInterfaceVTable table{&LoginManager::called, nullptr, nullptr, {}};
-        g_dbus_connection_register_object(connection.get(), "/org/freedesktop/login1/session/auto",
-                                          description->interfaces[0], &table, this, nullptr, nullptr);
+        object = g_dbus_connection_register_object(connection.get(), "/org/freedesktop/login1/session/auto",
+                                                   description->interfaces[0], &table, this, nullptr, nullptr);
         // Waits in line for the name while the bus still thinks that the one before lives.
         constexpr std::uint32_t noFlags = 0;
         GVariant *reply = g_dbus_connection_call_sync(
@@ -51,6 +51,8 @@ public:
     ~LoginManager()
     {
         answerHeld();
+        // A call that has arrived but waits for its turn comes to nobody then.
+        g_dbus_connection_unregister_object(connection.get(), object);
         g_dbus_connection_close_sync(connection.get(), nullptr, nullptr);
         g_dbus_node_info_unref(description);
     }
@@ -83,6 +85,7 @@ private:
 
     Gobject<GDBusConnection> connection;
     GDBusNodeInfo *description;
+    guint object = 0;
     std::vector<GDBusMethodInvocation *> held;
 };
 

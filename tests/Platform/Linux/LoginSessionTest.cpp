@@ -38,10 +38,10 @@ public:
         connection = bus.connect();
         static const GDBusInterfaceVTable managerTable{&SessionManager::called, nullptr, nullptr, {}};
         static const GDBusInterfaceVTable sessionTable{nullptr, &SessionManager::read, nullptr, {}};
-        g_dbus_connection_register_object(connection.get(), managerPath, node->interfaces[0], &managerTable, this,
-                                          nullptr, nullptr);
-        g_dbus_connection_register_object(connection.get(), sessionPath, node->interfaces[1], &sessionTable, this,
-                                          nullptr, nullptr);
+        objects = {g_dbus_connection_register_object(connection.get(), managerPath, node->interfaces[0], &managerTable,
+                                                     this, nullptr, nullptr),
+                   g_dbus_connection_register_object(connection.get(), sessionPath, node->interfaces[1], &sessionTable,
+                                                     this, nullptr, nullptr)};
         constexpr guint32 doNotQueue = 4;
         g_variant_unref(g_dbus_connection_call_sync(connection.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus",
                                                     "org.freedesktop.DBus", "RequestName",
@@ -50,6 +50,9 @@ public:
     }
     ~SessionManager()
     {
+        // A call that has arrived but waits for its turn comes to nobody then.
+        for (const guint object : objects)
+            g_dbus_connection_unregister_object(connection.get(), object);
         g_dbus_connection_close_sync(connection.get(), nullptr, nullptr);
         g_dbus_node_info_unref(node);
     }
@@ -104,6 +107,7 @@ private:
     bool active, locked;
     GDBusNodeInfo *node;
     Gobject<GDBusConnection> connection;
+    std::array<guint, 2> objects{};
 };
 
 class Session : public ::testing::Test {
