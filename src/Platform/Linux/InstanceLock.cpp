@@ -30,7 +30,7 @@ std::vector<fs::path> InstanceLock::standardFolders()
         && status.st_uid == ::geteuid())
         folders.push_back(fs::path(runtime) / "korvane");
     // The environment's temporary folder is not used: a second start with another environment must find the first one.
-    folders.push_back("/tmp/korvane-" + std::to_string(::geteuid()));
+    folders.emplace_back("/tmp/korvane-" + std::to_string(::geteuid()));
     return folders;
 }
 

@@ -8,7 +8,8 @@
 #include <memory>
 #include <string>
 
-typedef struct _GVariant GVariant;  // GLib's header stays out of headers
+// GLib's header stays out of headers, so its type is declared here by the name that GLib gave it.
+typedef struct _GVariant GVariant;  // NOLINT(bugprone-reserved-identifier)
 
 namespace korvane::platform {
 

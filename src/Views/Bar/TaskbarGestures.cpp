@@ -102,7 +102,7 @@ void TaskbarView::arrangeResizeHandle()
     const TaskbarLayout &layout = ownBar.layout();
     const auto entry =
         grip ? std::ranges::find(layout.entries, *ownBar.armedResizeID(), &TaskbarEntry::id) : layout.entries.end();
-    if (entry == layout.entries.end()) {
+    if (!grip || entry == layout.entries.end()) {
         if (resizeHandle) {
             resizeHandle->hide();
             resizeHandle->deleteLater();
